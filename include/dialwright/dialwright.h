@@ -1,0 +1,37 @@
+#ifndef DIALWRIGHT_DIALWRIGHT_H
+#define DIALWRIGHT_DIALWRIGHT_H
+
+/*
+ * Dialwright drives the windows of other programs by text commands.
+ *
+ * All strings are NUL-terminated UTF-16 text of the caller's; they must not be null, are only read, and no pointer
+ * to them is kept. Every result is exactly 1 (success) or 0 (failure). The reason of a failure is written to
+ * standard output, in UTF-8, as everything that the library does; a standard-output pipe that nobody reads blocks
+ * the caller. The functions may be called from any thread at any time, also from several at once, and run wholly
+ * on the caller's thread. No C++ exception leaves them but one: std::bad_alloc when there is no memory to build
+ * the command table.
+ */
+
+#include <wchar.h>
+
+#if defined(DIALWRIGHT_BUILDING)
+#define DIALWRIGHT_API
+#elif defined(_MSC_VER) || defined(__MINGW32__)
+#define DIALWRIGHT_API __declspec(dllimport)
+#else
+#define DIALWRIGHT_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Checks the shape of one command line: its name, its number of arguments, and that none is empty. Touches no
+ * window. Returns at once. */
+DIALWRIGHT_API int ValidateCommand(const wchar_t* command);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,34 @@
+# Building: the presets of CMakePresets.json, and the release files in dist/.
+# shellcheck shell=bash
+
+# build_preset PRESET [TARGET]: the compiler builds its own C++ library at the first use of each kind of build,
+# which takes minutes and prints warnings of its own; they end in the log.
+build_preset() {
+    local preset=$1 folder=$root/build/$1
+    shift
+    # A folder that was configured for another compiler keeps its path: begin anew.
+    if [ "$(cat "$folder/configured-for" 2>/dev/null)" != "$DIALWRIGHT_ZIG_DIR" ]; then
+        rm -rf "$folder"
+        step "Configuring $preset (minutes when the compiler is new)" cmake -S "$root" --preset "$preset"
+        printf '%s\n' "$DIALWRIGHT_ZIG_DIR" >"$folder/configured-for"
+    fi
+    step "Building $preset" cmake --build "$folder" "${@/#/--target=}"
+}
+
+# dist_of PRESET FOLDER
+dist_of() {
+    local from=$root/build/$1 to=$root/dist/$2
+    mkdir -p "$to"
+    cp "$from/bin/Dialwright.dll" "$from/bin/Dialwright.pdb" "$from/src/api/libDialwright.dll.a" "$to/"
+}
+
+command_build() {
+    refuse_arguments "$@"
+    ensure_tools
+    cd "$root"
+    build_preset x64-release dialwright
+    build_preset arm64-release dialwright
+    dist_of x64-release x64
+    dist_of arm64-release arm64
+    say "The libraries are in dist/x64 and dist/arm64."
+}

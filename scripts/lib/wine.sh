@@ -1,0 +1,43 @@
+# The project's own Wine prefix. The user's prefix is never touched.
+# shellcheck shell=bash
+
+wine() { "$root/scripts/wine-run" "$@"; }
+
+# make_prefix null: no display at all, for tests. make_prefix desktop: a desktop of its own on an X screen, for pictures.
+# Wine chooses when its server starts, so the server ends once.
+make_prefix() {
+    local explorer='HKCU\Software\Wine\Explorer'
+    rm -rf "$WINEPREFIX"
+    wine wineboot -i
+    if [ "$1" = null ]; then
+        wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
+    else
+        wine reg add "$explorer" /v Desktop /d Default /f
+        wine reg add "$explorer\\Desktops" /v Default /d 1024x768 /f
+    fi
+    wine reg delete 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /f || true
+    wineserver_of_prefix -w
+    touch "$WINEPREFIX/complete"
+}
+
+wineserver_of_prefix() { "$root/scripts/wine-run" --server "$@"; }
+
+# start_wine NAME SCREEN: makes the prefix if need be and keeps its server running until this script ends. Nothing that
+# lives on may hold descriptor 9, the lock of the cache. The first program starts Wine's services, which would hold a
+# pipe open: its output goes nowhere.
+start_wine() {
+    # A prefix made by other rules than these is another prefix.
+    WINEPREFIX=$cache/wine-$1-$(declare -f make_prefix | sha256sum | cut -c1-8)
+    export WINEPREFIX
+    export DIALWRIGHT_WINEPREFIX=$WINEPREFIX
+    [ -e "$WINEPREFIX/complete" ] || step "Making the Wine prefix" make_prefix "$2"
+    wineserver_of_prefix -k >/dev/null 2>&1 || true
+    trap stop_wine EXIT
+    wineserver_of_prefix -p >/dev/null 2>&1 9>&- || die "Wine's server does not start in $WINEPREFIX"
+    wine wineboot >/dev/null 2>&1 </dev/null 9>&- || die "Wine does not start in $WINEPREFIX"
+}
+
+stop_wine() {
+    [ -z "${DIALWRIGHT_WINEPREFIX:-}" ] || wineserver_of_prefix -k >/dev/null 2>&1 || true
+    [ -z "${screen_pid:-}" ] || kill "$screen_pid" 2>/dev/null || true
+}

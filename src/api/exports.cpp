@@ -1,0 +1,8 @@
+#include "dialwright/dialwright.h"
+#include "script/dialog_script_manager.h"
+
+// Every call builds a manager of its own and drops it; nothing is kept for the next one.
+
+using dialwright::DialogScriptManager;
+
+extern "C" int ValidateCommand(const wchar_t* command) { return DialogScriptManager().ValidateCommand(command); }

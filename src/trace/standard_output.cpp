@@ -1,0 +1,45 @@
+#include "trace/standard_output.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+#include <io.h>
+
+#if defined(__MINGW32__)
+// In the C runtime since its first version, and missing from the mingw-w64 headers.
+extern "C" _invalid_parameter_handler __cdecl _set_thread_local_invalid_parameter_handler(_invalid_parameter_handler);
+#endif
+
+namespace dialwright {
+namespace {
+
+void IgnoreInvalidParameter(const wchar_t*, const wchar_t*, const wchar_t*, unsigned int, std::uintptr_t) {}
+
+/// The C runtime ends the process on a closed or wide-mode descriptor unless a handler says otherwise. The
+/// process-wide handler is the host's, so ours is set on this thread alone, and only while we write.
+class InvalidParameterGuard {
+public:
+    InvalidParameterGuard() noexcept
+        : previous(::_set_thread_local_invalid_parameter_handler(&IgnoreInvalidParameter)) {}
+    ~InvalidParameterGuard() { ::_set_thread_local_invalid_parameter_handler(previous); }
+    InvalidParameterGuard(const InvalidParameterGuard&) = delete;
+    InvalidParameterGuard& operator=(const InvalidParameterGuard&) = delete;
+
+private:
+    _invalid_parameter_handler previous;
+};
+
+}  // namespace
+
+void WriteStandardOutput(std::string_view text) noexcept {
+    const InvalidParameterGuard guard;
+    // A program without a console has a stream without a file.
+    if (::_fileno(stdout) < 0) return;
+    // What the host has written before goes out first, and is not lost with our text where that cannot be written.
+    std::fflush(stdout);
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fflush(stdout);
+}
+
+}  // namespace dialwright

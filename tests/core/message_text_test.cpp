@@ -1,0 +1,80 @@
+#include "trace/message_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <clocale>
+#include <cstdarg>
+#include <string>
+
+namespace dialwright {
+namespace {
+
+std::string Format(const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::string text = FormatMessageText(format, arguments);
+    va_end(arguments);
+    return text;
+}
+
+TEST(FormatMessageText, FormatsAsTheCRuntimeDoes) {
+    EXPECT_EQ("plain", Format("plain"));
+    EXPECT_EQ("", Format(""));
+    EXPECT_EQ("-1 ms, 7 of 200000, 50%", Format("%d ms, %zu of %lld, 50%%", -1, std::size_t{7}, 200000LL));
+    EXPECT_EQ("[   ab][cd   ]", Format("[%5s][%-5s]", "ab", "cd"));
+    EXPECT_EQ("[ab]", Format("[%.2ls]", L"abcdef"));
+    EXPECT_EQ("narrow wide", Format("%s %ls", "narrow", L"wide"));
+}
+
+TEST(FormatMessageText, TakesEveryTextInUtf8) {
+    EXPECT_EQ("\xE6\x97\xA5\xE6\x9C\xAC", Format("%ls", L"\x65E5\x672C"));
+    EXPECT_EQ("\xF0\x9F\x98\x80", Format("%ls", L"\xD83D\xDE00"));
+    EXPECT_EQ(
+        "a\xEF\xBF\xBD"
+        "b",
+        Format("%ls",
+               L"a\xD83D"
+               L"b"));
+    EXPECT_EQ("\xEF\xBF\xBD", Format("%ls", L"\xDE00"));
+    EXPECT_EQ("\xC3\xA9", Format("%ls", L"\x00E9"));
+    EXPECT_EQ("%s%n 100%", Format("%ls", L"%s%n 100%"));
+    const std::wstring large(200'000, L'\x3042');
+    EXPECT_EQ(600'000U, Format("%ls", large.c_str()).size());
+}
+
+class LocaleKeeper {
+public:
+    explicit LocaleKeeper(const char* locale) { changed = std::setlocale(LC_ALL, locale) != nullptr; }
+    ~LocaleKeeper() { std::setlocale(LC_ALL, "C"); }
+    LocaleKeeper(const LocaleKeeper&) = delete;
+    LocaleKeeper& operator=(const LocaleKeeper&) = delete;
+    bool changed;
+};
+
+TEST(FormatMessageText, DoesNotDependOnTheHostsLocale) {
+    for (const char* name : {".932", ".UTF-8", "C"}) {
+        const LocaleKeeper locale(name);
+        ASSERT_TRUE(locale.changed) << name;
+        EXPECT_EQ("\xE6\x97\xA5 \xF0\x9F\x98\x80 \xC3\xBC", Format("%ls %s", L"\x65E5 \xD83D\xDE00", "\xFC")) << name;
+    }
+}
+
+TEST(FormatMessageText, GrowsItsBufferAsOftenAsItTakes) {
+    for (const std::size_t length : {1022U, 1023U, 1024U, 1025U, 2047U, 2048U, 5000U}) {
+        EXPECT_EQ(std::string(length, 'x'), Format("%s", std::string(length, 'x').c_str()));
+    }
+}
+
+TEST(IndentContinuationLines, IndentsEachLineButTheFirst) {
+    const std::string indent(80, ' ');
+    EXPECT_EQ("", IndentContinuationLines(""));
+    EXPECT_EQ("one", IndentContinuationLines("one"));
+    EXPECT_EQ("one\n", IndentContinuationLines("one\n"));
+    EXPECT_EQ("one\n" + indent + "two", IndentContinuationLines("one\ntwo"));
+    EXPECT_EQ("one\n" + indent + "two\n", IndentContinuationLines("one\ntwo\n"));
+    EXPECT_EQ("\n" + indent + "\n" + indent + "x", IndentContinuationLines("\n\nx"));
+}
+
+}  // namespace
+}  // namespace dialwright

@@ -1,0 +1,14 @@
+/* A host in C: the header alone, without windows.h, and the import library. */
+#include <dialwright/dialwright.h>
+
+static int wrong = 0;
+
+static void expect(int expected, int actual) {
+    if (expected != actual) wrong = 1;
+}
+
+int main(void) {
+    expect(1, ValidateCommand(L"Window.Close Cls Title"));
+    expect(0, ValidateCommand(L""));
+    return wrong;
+}

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <optional>
+#include <random>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "language/commands.h"
+#include "language/masking.h"
+#include "language/numbers.h"
+#include "language/splitting.h"
+#include "language/tokenizer.h"
+
+// Random texts, each answer compared with one that is reached in another way.
+namespace dialwright {
+namespace {
+
+constexpr int kTexts = 100'000;
+
+std::wstring RandomText(std::mt19937& random, std::wstring_view alphabet) {
+    std::wstring text(random() % 16, L' ');
+    for (wchar_t& c : text) c = alphabet[random() % alphabet.size()];
+    return text;
+}
+
+std::vector<std::wstring> ReadByStream(const std::wstring& text, wchar_t delimiter) {
+    std::vector<std::wstring> pieces;
+    std::wistringstream stream(text);
+    for (std::wstring piece; std::getline(stream, piece, delimiter);) pieces.push_back(piece);
+    return pieces;
+}
+
+TEST(RandomComparison, SplittingAgreesWithTheStandardLineReader) {
+    std::mt19937 random(1);
+    for (int i = 0; i < kTexts; ++i) {
+        const std::wstring text = RandomText(random, L",,..12 \t\r\n\nab\x3042");
+        ASSERT_EQ(ReadByStream(text, L','), SplitByComma(text)) << ::testing::PrintToString(text);
+        ASSERT_EQ(ReadByStream(text, L'.'), SplitHierarchyPath(text)) << ::testing::PrintToString(text);
+        std::vector<std::wstring> lines = ReadByStream(text, L'\n');
+        std::erase_if(
+            lines, [](const std::wstring& line) { return line.find_first_not_of(L" \t\r\n") == std::wstring::npos; });
+        ASSERT_EQ(lines, SplitScriptLines(text)) << ::testing::PrintToString(text);
+    }
+}
+
+/// By hand, digit for digit, with saturation far outside of every range asked for.
+std::optional<double> NumberByHand(const std::wstring& text) {
+    std::size_t i = text.find_first_not_of(L" \t\n\v\f\r");
+    if (i == std::wstring::npos) return std::nullopt;
+    const bool negative = text[i] == L'-';
+    if (text[i] == L'-' || text[i] == L'+') ++i;
+    double value = 0;
+    const std::size_t first = i;
+    for (; i < text.size() && text[i] >= L'0' && text[i] <= L'9'; ++i) value = value * 10 + (text[i] - L'0');
+    if (i == first) return std::nullopt;
+    return negative ? -value : value;
+}
+
+TEST(RandomComparison, NumbersAgreeWithReadingByHand) {
+    std::mt19937 random(2);
+    for (int i = 0; i < kTexts; ++i) {
+        const std::wstring text = RandomText(random, L"0123456789012345678901234567890123456789-+ x");
+        const auto byHand = NumberByHand(text);
+        const bool fits =
+            byHand && *byHand >= std::numeric_limits<int>::min() && *byHand <= std::numeric_limits<int>::max();
+        int value = 0;
+        ASSERT_EQ(fits, TryParseInt(text, &value)) << ::testing::PrintToString(text);
+        if (fits) {
+            ASSERT_EQ(static_cast<int>(*byHand), value);
+        }
+        ASSERT_EQ(byHand.has_value(), ReadsAsInteger(text)) << ::testing::PrintToString(text);
+    }
+}
+
+TEST(RandomComparison, TheSuffixIsWhatTheNameEndsWith) {
+    std::mt19937 random(3);
+    const std::wstring suffix = L".NonRegex";
+    for (int i = 0; i < kTexts; ++i) {
+        const std::wstring name = RandomText(random, L".Nx") + (random() % 2 == 0 ? suffix : L"");
+        const std::size_t at = name.rfind(suffix);
+        const bool ends = at != std::wstring::npos && at > 0 && at + suffix.size() == name.size();
+        bool useRegex = ends;
+        ASSERT_EQ(ends ? name.substr(0, at) : name, StripNonRegexSuffix(name, &useRegex));
+        ASSERT_EQ(!ends, useRegex);
+    }
+}
+
+/// From the back: the timeout if the last token reads as one, then the text, then the rest as it is.
+std::wstring MaskFromTheBack(const std::wstring& line) {
+    TokenList tokens = TokenizeCommand(line);
+    std::wstring tail;
+    if (NumberByHand(tokens.back()) && tokens.size() > 1) {
+        tail = L" " + tokens.back();
+        tokens.pop_back();
+    }
+    tail.insert(0, tokens.size() == 1 ? L"*****" : L" \"*****\"");
+    tokens.pop_back();
+    std::wstring head;
+    for (const std::wstring& token : tokens) head += head.empty() ? token : L" \"" + token + L"\"";
+    return head + tail;
+}
+
+TEST(RandomComparison, MaskingAgreesWithAWayFromTheBack) {
+    std::mt19937 random(4);
+    for (int i = 0; i < kTexts / 4; ++i) {
+        const std::wstring line = L"Window.SetText" + RandomText(random, L"\"\"\\  19ab\x3042");
+        ASSERT_EQ(MaskFromTheBack(line), MaskCommandForLog(line)) << ::testing::PrintToString(line);
+    }
+}
+
+}  // namespace
+}  // namespace dialwright
