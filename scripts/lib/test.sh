@@ -49,6 +49,7 @@ command_test() {
     build_preset x64-debug
     step "Running clang-tidy" run_tidy
     start_wine test null
+    keep_desktop_up "$root/build/x64-release/bin/practice_target.exe"
     ctest_preset x64-debug "$filter"
     ctest_preset x64-release "$filter"
     say "All green in $((SECONDS - started)) s."

@@ -41,3 +41,15 @@ stop_wine() {
     [ -z "${DIALWRIGHT_WINEPREFIX:-}" ] || wineserver_of_prefix -k >/dev/null 2>&1 || true
     [ -z "${screen_pid:-}" ] || kill "$screen_pid" 2>/dev/null || true
 }
+
+# keep_desktop_up PROGRAM: a desktop ends with its last window, and the next program starts it anew: its process would
+# inherit that program's pipes, and whoever reads them would wait for ever. One window that stays keeps it up.
+keep_desktop_up() {
+    local said=$logs/desktop.log tries=0
+    wine "$1" --hidden --title "Keeps the desktop up" >"$said" 2>&1 </dev/null 9>&- &
+    disown
+    until grep -q '^ready' "$said"; do
+        [ $((tries += 1)) -le 300 ] || die "no window comes up under Wine; see ${said#"$root"/}"
+        sleep 0.1
+    done
+}
