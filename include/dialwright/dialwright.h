@@ -30,6 +30,11 @@ extern "C" {
  * window. Returns at once. */
 DIALWRIGHT_API int ValidateCommand(const wchar_t* command);
 
+/* Carries out one command. Blocks for up to the command's timeout (10,000 ms where it names none; at most some
+ * 100 ms more). Messages that the target must answer have no timeout: a target that hangs, or a click that opens
+ * a modal dialog, blocks the call until the target answers. */
+DIALWRIGHT_API int ExecuteCommand(const wchar_t* command);
+
 #ifdef __cplusplus
 }
 #endif

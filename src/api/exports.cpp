@@ -6,3 +6,5 @@
 using dialwright::DialogScriptManager;
 
 extern "C" int ValidateCommand(const wchar_t* command) { return DialogScriptManager().ValidateCommand(command); }
+
+extern "C" int ExecuteCommand(const wchar_t* command) { return DialogScriptManager().ExecuteCommand(command); }

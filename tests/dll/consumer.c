@@ -10,5 +10,6 @@ static void expect(int expected, int actual) {
 int main(void) {
     expect(1, ValidateCommand(L"Window.Close Cls Title"));
     expect(0, ValidateCommand(L""));
+    expect(0, ExecuteCommand(L"Window.Close NoSuchClass none 1"));
     return wrong;
 }

@@ -22,4 +22,6 @@ Export Find(const char* name) {
 
 int ValidateCommand(const std::wstring& command) { return Find("ValidateCommand")(command.c_str()); }
 
+int ExecuteCommand(const std::wstring& command) { return Find("ExecuteCommand")(command.c_str()); }
+
 }  // namespace dialwright::testing
