@@ -19,14 +19,20 @@ DialogScriptManager::Handler DialogScriptManager::FindHandler(const std::wstring
     static constexpr std::array<Row, kCommandCount> kRows = {{
         {L"Window.SetText", &Manager::ExecuteWindowSetText},
         {L"Window.SetText.Path", &Manager::ExecuteWindowSetTextPath},
+        {L"Window.SetText.Position", &Manager::ExecuteWindowSetTextPosition},
         {L"Window.ClickButton", &Manager::ExecuteWindowClickButton},
         {L"Window.ClickButton.Path", &Manager::ExecuteWindowClickButtonPath},
+        {L"Window.ClickButton.Position", &Manager::ExecuteWindowClickButtonPosition},
         {L"Window.SelectDropdown.Value", &Manager::ExecuteDropdownValueByID},
         {L"Window.SelectDropdown.Index", &Manager::ExecuteDropdownIndexByID},
         {L"Window.SelectDropdown.ByPath.Value", &Manager::ExecuteDropdownValueByPath},
         {L"Window.SelectDropdown.ByPath.Index", &Manager::ExecuteDropdownIndexByPath},
+        {L"Window.SelectDropdown.ByPosition.Value", &Manager::ExecuteDropdownValueByPosition},
+        {L"Window.SelectDropdown.ByPosition.Index", &Manager::ExecuteDropdownIndexByPosition},
         {L"Window.ClearText", &Manager::ExecuteWindowClearText},
         {L"Window.ClearText.Path", &Manager::ExecuteWindowClearTextPath},
+        {L"Window.ClearText.Position", &Manager::ExecuteWindowClearTextPosition},
+        {L"Window.Move", &Manager::ExecuteWindowMove},
         {L"Window.BringToFront", &Manager::ExecuteWindowBringToFront},
         {L"Window.Minimize", &Manager::ExecuteWindowMinimize},
         {L"Window.Maximize", &Manager::ExecuteWindowMaximize},
@@ -34,8 +40,10 @@ DialogScriptManager::Handler DialogScriptManager::FindHandler(const std::wstring
         {L"Window.Close", &Manager::ExecuteWindowClose},
         {L"Window.SelectRadio", &Manager::ExecuteRadioByID},
         {L"Window.SelectRadio.ByPath", &Manager::ExecuteRadioByPath},
+        {L"Window.SelectRadio.ByPosition", &Manager::ExecuteRadioByPosition},
         {L"Window.SetCheckbox", &Manager::ExecuteCheckboxByID},
         {L"Window.SetCheckbox.ByPath", &Manager::ExecuteCheckboxByPath},
+        {L"Window.SetCheckbox.ByPosition", &Manager::ExecuteCheckboxByPosition},
     }};
     const auto row = std::ranges::find(kRows, std::wstring_view(name), &Row::name);
     return row == kRows.end() ? nullptr : row->handler;
