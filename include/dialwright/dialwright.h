@@ -30,10 +30,18 @@ extern "C" {
  * window. Returns at once. */
 DIALWRIGHT_API int ValidateCommand(const wchar_t* command);
 
+/* Checks every line of a script; blank lines are skipped. Stops at the first invalid line. An empty script is
+ * invalid. Touches no window. */
+DIALWRIGHT_API int ValidateScript(const wchar_t* script);
+
 /* Carries out one command. Blocks for up to the command's timeout (10,000 ms where it names none; at most some
  * 100 ms more). Messages that the target must answer have no timeout: a target that hangs, or a click that opens
  * a modal dialog, blocks the call until the target answers. */
 DIALWRIGHT_API int ExecuteCommand(const wchar_t* command);
+
+/* Carries out the lines of a script in order, each as ExecuteCommand does, and stops at the first that fails. What
+ * the lines before it did is not undone. */
+DIALWRIGHT_API int ExecuteScript(const wchar_t* script);
 
 #ifdef __cplusplus
 }

@@ -10,6 +10,9 @@ static void expect(int expected, int actual) {
 int main(void) {
     expect(1, ValidateCommand(L"Window.Close Cls Title"));
     expect(0, ValidateCommand(L""));
+    expect(1, ValidateScript(L"Window.Close Cls Title\nWindow.Restore Cls Title 500"));
+    expect(0, ValidateScript(L"\n"));
     expect(0, ExecuteCommand(L"Window.Close NoSuchClass none 1"));
+    expect(0, ExecuteScript(L"Window.Close NoSuchClass none 1"));
     return wrong;
 }

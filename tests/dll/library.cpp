@@ -22,6 +22,10 @@ Export Find(const char* name) {
 
 int ValidateCommand(const std::wstring& command) { return Find("ValidateCommand")(command.c_str()); }
 
+int ValidateScript(const std::wstring& script) { return Find("ValidateScript")(script.c_str()); }
+
 int ExecuteCommand(const std::wstring& command) { return Find("ExecuteCommand")(command.c_str()); }
+
+int ExecuteScript(const std::wstring& script) { return Find("ExecuteScript")(script.c_str()); }
 
 }  // namespace dialwright::testing

@@ -7,6 +7,8 @@ namespace dialwright::testing {
 // The exports of the DLL beside this test, loaded at the first call and looked up by name.
 
 [[nodiscard]] int ValidateCommand(const std::wstring& command);
+[[nodiscard]] int ValidateScript(const std::wstring& script);
 [[nodiscard]] int ExecuteCommand(const std::wstring& command);
+[[nodiscard]] int ExecuteScript(const std::wstring& script);
 
 }  // namespace dialwright::testing

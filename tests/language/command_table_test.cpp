@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <map>
+#include <set>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "language/commands.h"
 
@@ -68,6 +72,51 @@ TEST(StripNonRegexSuffix, RemovesTheSuffixOfALongerName) {
         EXPECT_EQ(row.stripped, StripNonRegexSuffix(row.name, &useRegex));
         EXPECT_EQ(row.useRegex, useRegex);
     }
+}
+
+const char* ShownAs(ArgumentKind kind) {
+    switch (kind) {
+        case ArgumentKind::ControlId: return "control ID";
+        case ArgumentKind::ControlPath: return "path";
+        case ArgumentKind::Rectangle: return "rectangle";
+        case ArgumentKind::Tolerance: return "tolerance";
+        case ArgumentKind::Text: return "text";
+        case ArgumentKind::ItemText: return "item text";
+        case ArgumentKind::DropdownIndex: return "index";
+        case ArgumentKind::CheckState: return "state";
+        case ArgumentKind::Position: return "position";
+        case ArgumentKind::Size: return "size";
+    }
+    return "";
+}
+
+/// The first two cells of a row "| `Name` | arguments | ..." become "Name: arguments".
+std::vector<std::string> DocumentedCommands(std::istream& docs) {
+    std::vector<std::string> commands;
+    for (std::string line; std::getline(docs, line);) {
+        if (!line.starts_with("| `Window.")) continue;
+        const std::size_t nameEnd = line.find('`', 3);
+        const std::size_t argumentsBegin = line.find("| ", nameEnd) + 2;
+        const std::size_t argumentsEnd = line.find(" |", argumentsBegin);
+        commands.push_back(line.substr(3, nameEnd - 3) + ": " +
+                           line.substr(argumentsBegin, argumentsEnd - argumentsBegin));
+    }
+    return commands;
+}
+
+TEST(CommandTable, IsTheOneInTheDocs) {
+    std::ifstream docs(COMMAND_DOCS);
+    ASSERT_TRUE(docs.is_open()) << COMMAND_DOCS;
+    std::vector<std::string> expected;
+    for (const CommandSpec& spec : kCommands) {
+        const std::string row(spec.name.begin(), spec.name.end());
+        std::string arguments;
+        for (const ArgumentKind kind : spec.Arguments()) {
+            arguments += (arguments.empty() ? "" : ", ") + std::string(ShownAs(kind));
+        }
+        expected.push_back(row + ": " + (arguments.empty() ? "none" : arguments));
+    }
+    EXPECT_EQ(expected, DocumentedCommands(docs));
 }
 
 }  // namespace
