@@ -6,6 +6,7 @@
 build_tools=(cmake:cmake ninja:ninja-build ccache:ccache npm:npm python3:python3 /usr/src/googletest:googletest)
 test_tools=(clang-format-19:clang-format-19 clang-tidy-19:clang-tidy-19 /usr/lib/wine/wine64:wine64
     /usr/lib/python3/dist-packages/pefile.py:python3-pefile)
+demo_tools=(/usr/lib/wine/wine64:wine64 Xvfb:xvfb import:imagemagick)
 
 is_there() {
     case $1 in
