@@ -138,6 +138,67 @@ TEST(Criterion, NeverOverflowsTheStackWhateverItsSizeIs) {
     }
 }
 
+bool IsAccepted(const std::wstring& pattern, std::size_t stackBytes) {
+    try {
+        (void)CompileCriterion(pattern, stackBytes);
+        return true;
+    } catch (const std::regex_error& error) {
+        return error.code() != kComplexity;
+    }
+}
+
+using Shape = std::wstring (*)(std::size_t size);
+
+/// The largest pattern of a shape that is accepted with so much stack.
+std::wstring LargestAccepted(Shape shape, std::size_t stackBytes) {
+    std::size_t accepted = 0;
+    std::size_t refused = kMostPatternUnits + 1;
+    while (refused - accepted > 1) {
+        const std::size_t middle = (accepted + refused) / 2;
+        (IsAccepted(shape(middle), stackBytes) ? accepted : refused) = middle;
+    }
+    return shape(accepted);
+}
+
+TEST(Criterion, FitsTheStackWithTheLargestPatternThatIsAccepted) {
+    const Shape shapes[] = {
+        [](std::size_t size) { return std::wstring(size, L'x'); },
+        [](std::size_t size) { return std::wstring(size, L'|'); },
+        [](std::size_t size) { return Repeat(L"x|", size); },
+        [](std::size_t size) { return Repeat(L"x*", size); },
+        [](std::size_t size) { return Repeat(L"x{1,2}", size); },
+        [](std::size_t size) { return Repeat(L"()", size); },
+        [](std::size_t size) { return Repeat(L"(|)", size); },
+        [](std::size_t size) { return Repeat(L"(x)*", size); },
+        [](std::size_t size) { return Repeat(L"^", size); },
+        [](std::size_t size) { return Repeat(L"\\b", size); },
+        [](std::size_t size) { return Repeat(L"[^ab]?", size); },
+        [](std::size_t size) { return Repeat(L"(?=x)", size); },
+        [](std::size_t size) { return std::wstring(size, L'x') + L"("; },
+        [](std::size_t size) { return Nested(L"(", size); },
+        [](std::size_t size) { return Nested(L"(?=", size) + L"x"; },
+        [](std::size_t size) { return Nested(L"(?!", size); },
+        [](std::size_t size) { return Nested(L"((a|b)*", size / 2); },
+        [](std::size_t size) { return Repeat(L"(", size) + L"x" + Repeat(L")*", size); },
+    };
+    // What the thread itself uses before the pattern is looked at.
+    constexpr std::size_t kUsed = 2048;
+    std::size_t ran = 0;
+    std::size_t tried = 0;
+    for (const std::size_t kibibytes : {64U, 128U, 192U, 256U, 384U, 512U, 900U}) {
+        for (const Shape shape : shapes) {
+            const std::wstring pattern = LargestAccepted(shape, kibibytes * 1024 - kUsed);
+            const Fate fate = FateOf(pattern, kibibytes * 1024);
+            ran += fate == Fate::Ran ? 1 : 0;
+            ++tried;
+            EXPECT_NE(Fate::Died, fate) << kibibytes << " KiB, " << pattern.size() << " units of "
+                                        << ::testing::PrintToString(pattern.substr(0, 8));
+        }
+    }
+    // Refused is also what explodes in the match; most must have been compiled, matched and destroyed.
+    EXPECT_GT(ran, tried / 2);
+}
+
 TEST(Criterion, RunsWhateverThePatternsOfPeopleAreOnASmallStack) {
     EXPECT_EQ(Fate::Ran, FateOf(std::wstring(2000, L'x'), std::size_t{256} * 1024));
     EXPECT_EQ(Fate::Ran, FateOf(Nested(L"(", 200), std::size_t{256} * 1024));
