@@ -9,7 +9,7 @@
  * standard output, in UTF-8, as everything that the library does; a standard-output pipe that nobody reads blocks
  * the caller. The functions may be called from any thread at any time, also from several at once, and run wholly
  * on the caller's thread. No C++ exception leaves them but one: std::bad_alloc when there is no memory to build
- * the command table.
+ * the command table or the command line of a program.
  */
 
 #include <wchar.h>
@@ -42,6 +42,11 @@ DIALWRIGHT_API int ExecuteCommand(const wchar_t* command);
 /* Carries out the lines of a script in order, each as ExecuteCommand does, and stops at the first that fails. What
  * the lines before it did is not undone. */
 DIALWRIGHT_API int ExecuteScript(const wchar_t* script);
+
+/* Starts a program by the command line "program arguments", in the caller's environment and current folder. A path with
+ * blanks must come quoted. The process ID is stored where processId is not null, and only on success. Does not wait
+ * for the program, nor for its window. */
+DIALWRIGHT_API int ProgramLaunch(const wchar_t* program, const wchar_t* arguments, unsigned long* processId);
 
 #ifdef __cplusplus
 }

@@ -29,7 +29,7 @@ ctest_preset() {
     say "== Testing $preset"
     local choice=(--no-tests=error)
     [ -z "$filter" ] || choice=(--no-tests=ignore -R "$filter")
-    ctest --test-dir "$root/build/$preset" -j 2 --output-on-failure "${choice[@]}" || die "tests of $preset failed"
+    ctest --test-dir "$root/build/$preset" -j 2 --output-on-failure "${choice[@]}" 9>&- || die "tests of $preset failed"
 }
 
 command_test() {

@@ -61,7 +61,7 @@ take_cache_lock() {
     exec 9>"$cache/lock"
     flock -n 9 && return
     say "== Waiting for another run of ./dev to end"
-    flock 9
+    flock -w 3600 9 || die "another run has held $cache/lock for an hour"
 }
 
 ensure_tools() {

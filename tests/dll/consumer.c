@@ -14,5 +14,6 @@ int main(void) {
     expect(0, ValidateScript(L"\n"));
     expect(0, ExecuteCommand(L"Window.Close NoSuchClass none 1"));
     expect(0, ExecuteScript(L"Window.Close NoSuchClass none 1"));
+    expect(0, ProgramLaunch(L"no-such-program.exe", L"", 0));
     return wrong;
 }

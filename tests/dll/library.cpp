@@ -8,8 +8,10 @@
 namespace dialwright::testing {
 namespace {
 
-using Export = int (*)(const wchar_t* text);
+using ScriptExport = int (*)(const wchar_t* text);
+using LaunchExport = int (*)(const wchar_t* program, const wchar_t* arguments, unsigned long* processId);
 
+template <class Export = ScriptExport>
 Export Find(const char* name) {
     static const HMODULE library = ::LoadLibraryW((ProgramFolder() + L"Dialwright.dll").c_str());
     if (library == nullptr) throw std::runtime_error("the DLL cannot be loaded");
@@ -27,5 +29,9 @@ int ValidateScript(const std::wstring& script) { return Find("ValidateScript")(s
 int ExecuteCommand(const std::wstring& command) { return Find("ExecuteCommand")(command.c_str()); }
 
 int ExecuteScript(const std::wstring& script) { return Find("ExecuteScript")(script.c_str()); }
+
+int ProgramLaunch(const std::wstring& program, const std::wstring& arguments, unsigned long* processId) {
+    return Find<LaunchExport>("ProgramLaunch")(program.c_str(), arguments.c_str(), processId);
+}
 
 }  // namespace dialwright::testing

@@ -10,5 +10,6 @@ namespace dialwright::testing {
 [[nodiscard]] int ValidateScript(const std::wstring& script);
 [[nodiscard]] int ExecuteCommand(const std::wstring& command);
 [[nodiscard]] int ExecuteScript(const std::wstring& script);
+[[nodiscard]] int ProgramLaunch(const std::wstring& program, const std::wstring& arguments, unsigned long* processId);
 
 }  // namespace dialwright::testing
