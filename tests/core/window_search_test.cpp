@@ -90,20 +90,28 @@ TEST(WindowSearch, FindsAWindowThatComesLater) {
     EXPECT_EQ(2U, log.Messages().size());
 }
 
-TEST(WindowSearch, PollsEvery100MillisecondsAndSleepsInBetween) {
+int textReads = 0;
+
+/// A window of this very thread is asked for its text by message, so it sees each look of the search.
+LRESULT CALLBACK CountTextReads(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_GETTEXT) ++textReads;
+    return ::DefWindowProcW(hwnd, message, wParam, lParam);
+}
+
+TEST(WindowSearch, LooksEvery100Milliseconds) {
     static_assert(kPollIntervalMs == 100);
-    const auto processorTime = [] {
-        FILETIME unused{};
-        ULARGE_INTEGER kernel{};
-        ULARGE_INTEGER user{};
-        ::GetThreadTimes(::GetCurrentThread(), &unused, &unused, reinterpret_cast<FILETIME*>(&kernel),
-                         reinterpret_cast<FILETIME*>(&user));
-        return (kernel.QuadPart + user.QuadPart) / 10'000;
-    };
-    const auto before = processorTime();
+    WNDCLASSW definition{};
+    definition.lpfnWndProc = &CountTextReads;
+    definition.lpszClassName = L"CountsTextReads";
+    ::RegisterClassW(&definition);
+    const HWND counter = ::CreateWindowW(definition.lpszClassName, L"counter", WS_OVERLAPPED, 0, 0, 10, 10, nullptr,
+                                         nullptr, nullptr, nullptr);
+    textReads = 0;
     const LogCapture log;
-    EXPECT_EQ(nullptr, Window(kPlainClass, L"no such window", 1000, true).hwndWindow);
-    EXPECT_LT(processorTime() - before, 500U);  // milliseconds; a loop without a sleep would use all of the 1000
+    EXPECT_EQ(nullptr, Window(kPlainClass, L"no such window", 1050, true).hwndWindow);
+    EXPECT_GE(textReads, 2);  // fewer than eleven where the machine is busy
+    EXPECT_LE(textReads, 11);
+    ::DestroyWindow(counter);
 }
 
 TEST(WindowSearch, GivesUpAfterItsTimeoutAndSaysTheConfiguredOne) {
