@@ -1,9 +1,11 @@
-/* Runs a script of commands: the smallest host there is. Reads one UTF-8 file and hands it to ExecuteScript. */
+/* Runs a script of commands: a small but whole host. Reads one UTF-8 file, with or without a byte-order mark, and hands
+ * it to ExecuteScript. */
 
 #include <dialwright/dialwright.h>
 
 #include <stdio.h>
 #include <stdlib.h>
+#include <string.h>
 
 #include <windows.h>
 
@@ -13,11 +15,16 @@ static wchar_t* read_script(const char* path) {
     if (file == NULL) return NULL;
     fseek(file, 0, SEEK_END);
     const int size = (int)ftell(file);
+    if (size < 0) {
+        fclose(file);
+        return NULL;
+    }
     fseek(file, 0, SEEK_SET);
     char* bytes = malloc((size_t)size + 1);
     wchar_t* text = calloc((size_t)size + 1, sizeof(wchar_t));
     if (bytes != NULL && text != NULL && fread(bytes, 1, (size_t)size, file) == (size_t)size) {
-        MultiByteToWideChar(CP_UTF8, 0, bytes, size, text, size);
+        const int mark = size >= 3 && memcmp(bytes, "\xEF\xBB\xBF", 3) == 0 ? 3 : 0;
+        MultiByteToWideChar(CP_UTF8, 0, bytes + mark, size - mark, text, size);
     } else {
         free(text);
         text = NULL;

@@ -4,12 +4,21 @@
 /*
  * Dialwright drives the windows of other programs by text commands.
  *
- * All strings are NUL-terminated UTF-16 text of the caller's; they must not be null, are only read, and no pointer
- * to them is kept. Every result is exactly 1 (success) or 0 (failure). The reason of a failure is written to
- * standard output, in UTF-8, as everything that the library does; a standard-output pipe that nobody reads blocks
- * the caller. The functions may be called from any thread at any time, also from several at once, and run wholly
- * on the caller's thread. No C++ exception leaves them but one: std::bad_alloc when there is no memory to build
- * the command table or the command line of a program.
+ * Text: all strings are NUL-terminated UTF-16 of the caller's; they must not be null, are only read, and no pointer to
+ * them is kept.
+ *
+ * Results: exactly 1 (success) or 0 (failure). What the library does, and nearly always why it fails, is written to
+ * standard output, in UTF-8. A standard-output pipe that nobody reads blocks the caller.
+ *
+ * Threads: the functions may be called from any thread, also from several at once, but not from a DllMain. They run
+ * wholly on the caller's thread and handle no messages meanwhile: a user-interface thread that calls them stops
+ * answering. The library may be freed when no call runs in it.
+ *
+ * The host: the first window search makes the host process per-monitor DPI aware, unless the host has declared itself
+ * before; rectangles are physical pixels.
+ *
+ * Exceptions: std::bad_alloc, when there is no memory to build the command table or the command line of a program,
+ * leaves a function. A host of another C++ runtime cannot catch it and ends.
  */
 
 #include <wchar.h>
@@ -39,13 +48,15 @@ DIALWRIGHT_API int ValidateScript(const wchar_t* script);
  * a modal dialog, blocks the call until the target answers. */
 DIALWRIGHT_API int ExecuteCommand(const wchar_t* command);
 
-/* Carries out the lines of a script in order, each as ExecuteCommand does, and stops at the first that fails. What
- * the lines before it did is not undone. */
+/* Carries out the lines of a script in order, each as ExecuteCommand does, and stops at the first that fails. What the
+ * lines before it did is not undone: a malformed line is noticed only when its turn comes, so call ValidateScript
+ * first. Blocks for as long as its commands do together. */
 DIALWRIGHT_API int ExecuteScript(const wchar_t* script);
 
 /* Starts a program by the command line "program arguments", in the caller's environment and current folder. A path with
  * blanks must come quoted. The process ID is stored where processId is not null, and only on success. Does not wait
- * for the program, nor for its window. */
+ * for the program, nor for its window. The program inherits no handles. The log shows the path of a program that cannot
+ * be started, never the arguments. */
 DIALWRIGHT_API int ProgramLaunch(const wchar_t* program, const wchar_t* arguments, unsigned long* processId);
 
 #ifdef __cplusplus

@@ -30,5 +30,6 @@ command_build() {
     build_preset arm64-release dialwright
     dist_of x64-release x64
     dist_of arm64-release arm64
-    say "The libraries are in dist/x64 and dist/arm64."
+    cp -R "$root/include" "$root/dist/"
+    say "The libraries are in dist/x64 and dist/arm64, the header in dist/include."
 }

@@ -6,8 +6,8 @@
 namespace dialwright {
 namespace {
 
-// Generous against what was measured on x64: 58 to 65 bytes for each state that a chain of the expression has, at most
-// 640 for a group with look-ahead. The reserve is for what a match needs besides.
+// Generous against what was measured with libc++ on x64: 58 to 65 bytes for each state that a chain of the expression
+// has, at most 640 for a group with look-ahead. The reserve is for what a match needs besides.
 constexpr std::size_t kStackPerState = 80;
 constexpr std::size_t kStackPerGroup = 800;
 constexpr std::size_t kStackReserve = std::size_t{48} * 1024;

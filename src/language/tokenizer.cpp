@@ -34,8 +34,7 @@ void ForEachToken(const std::wstring& line, Visit&& visit) {
     for (std::wsregex_iterator match(line.begin(), line.end(), expression), end; match != end; ++match) {
         const auto& inside = (*match)[kQuotedInside];
         const auto& run = (*match)[kPlainRun];
-        const bool hasInside = inside.matched && inside.length() > 0;
-        visit(*match, hasInside ? Unescape(inside.str()) : run.str());
+        visit(*match, inside.matched ? Unescape(inside.str()) : run.str());
     }
 }
 

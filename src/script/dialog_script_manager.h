@@ -46,7 +46,7 @@ private:
         int (DialogScriptManager::*runLine)(const wchar_t* line);
     };
 
-    /// Reads one line and checks its shape; false, with the reason logged under `tag`, for a line that is none of ours.
+    /// Reads one line and checks its shape; false, with the reason logged under `tag`, for an invalid line.
     [[nodiscard]] bool ReadCommand(const wchar_t* line, const char* tag, Command& command) const;
     [[nodiscard]] static bool ValidateCommandArgs(const TokenList& tokens, const std::wstring& name,
                                                   const TokenCounts& counts);

@@ -8,7 +8,8 @@
 
 #if defined(__MINGW32__)
 // In the C runtime since its first version, and missing from the mingw-w64 headers.
-extern "C" _invalid_parameter_handler __cdecl _set_thread_local_invalid_parameter_handler(_invalid_parameter_handler);
+extern "C" _CRTIMP _invalid_parameter_handler __cdecl _set_thread_local_invalid_parameter_handler(
+    _invalid_parameter_handler);
 #endif
 
 namespace dialwright {

@@ -16,7 +16,8 @@ void LogMessage(const char* tag, std::uint32_t levels, const char* format, std::
     const std::string message = IndentContinuationLines(FormatMessageText(format, arguments));
     const std::string line = std::string(tag) + ": " + message;
     // Kept on purpose: the finished line goes on as a format, so the line writer reads it a second time and two
-    // percent signs of a message become one in the trace. Standard output shows the text unharmed.
+    // percent signs of a message become one in the trace. It has no arguments then, so the line writer must read none.
+    // Standard output shows the text unharmed.
     ForEachLevel(levels & TraceSettings(),
                  [&](const LevelRow& level) { TraceLine(nullptr, 0, level.sourceLine, level.text, line.c_str()); });
     WriteStandardOutput(line + "\n");

@@ -7,8 +7,8 @@ namespace {
 
 LPARAM PackPoint(int x, int y) { return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y)); }
 
-/// What an edit control would tell its parent by itself had a person typed; posted, so that a busy parent does
-/// not hold us up.
+/// Kept on purpose: sent to the parent of every control, so that of an edit control hears of the change once more.
+/// Posted, so that a busy parent does not hold us up.
 void NotifyParentOfChange(HWND control) {
     const HWND parent = ::GetParent(control);
     if (parent == nullptr) return;
@@ -45,6 +45,7 @@ bool Window::SetTextHelper(HWND control, const std::wstring& text) {
     }
     TraceLog(kTag, LOG_INFO, "Setting text on control 0x%ls, Text Length: %zu characters",
              FormatHandleHex(control).c_str(), text.size());
+    // Takes effect only within this process or where the threads share their input; nobody relies on it.
     ::SetFocus(control);
     // Typed at the caret, so that what the control holds stays and its own input handling runs.
     for (const wchar_t unit : text) ::SendMessageW(control, WM_CHAR, unit, 0);

@@ -24,6 +24,7 @@ bool IsStandardDialog(HWND hwnd) {
 
 bool VisitDescendant(HWND child, const ControlIdSearchContext& search) {
     if (::GetDlgCtrlID(child) != search.controlId) return true;
+    // Kept on purpose: the log names the callback within the function, as readers of it expect.
     TraceLog("Window::FindChildControl::<lambda_1>::operator ()", LOG_INFO,
              "Found matching child control: Handle: 0x%ls ID: %d", FormatHandleHex(child).c_str(), search.controlId);
     *search.result = child;

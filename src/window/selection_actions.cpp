@@ -45,8 +45,7 @@ bool Window::SetCheckState(HWND control, int state, const std::wstring& label) {
         return false;
     }
     // Kept on purpose: a loose test. Only a plain push button is refused; a group box, say, passes and fails below.
-    constexpr LONG_PTR kButtonType = 0xF;
-    if ((::GetWindowLongPtrW(control, GWL_STYLE) & kButtonType) == 0) {
+    if ((::GetWindowLongPtrW(control, GWL_STYLE) & BS_TYPEMASK) == 0) {
         TraceLog(kTag, LOG_ERROR, "Control (0x%ls) is not a checkbox/radio button", FormatHandleHex(control).c_str());
         return false;
     }

@@ -29,20 +29,25 @@ public:
     [[nodiscard]] HWND FindControlByHierarchy(const std::wstring& hierarchyPath) const;
     /// By rectangle relative to the top-level window's outer one; each edge may differ by the tolerance.
     [[nodiscard]] HWND FindControlByPosition(int left, int top, int right, int bottom, int tolerance) const;
-    /// All zero when the platform has no rectangle for the handle.
+    /// All zero, with an error line, when the platform has no rectangle for the handle.
     [[nodiscard]] static RECT GetScreenRect(HWND hwnd);
+    /// Relative to the root window's outer rectangle; all zero, with an error line, for a dead handle.
     [[nodiscard]] static RECT GetLocalCoordinates(HWND hwnd);
     /// EnumChildWindows callback; the parameter is that of a GuardedContext<PositionSearchContext>.
     static BOOL CALLBACK EnumAllChildrenProc(HWND child, LPARAM context) noexcept;
 
-    // Control actions. Sent messages block until the target has handled them, whatever the timeout.
+    // Control actions. Sent messages block until the target has handled them, whatever the timeout. All are false for a
+    // null handle. Typing, clearing and clicking are true otherwise, even where the control died in the meantime.
 
+    /// A press and release of the left button in the middle, posted; failures are only logged.
     static void SimulateMouseClick(HWND control);
     [[nodiscard]] static bool SetTextHelper(HWND control, const std::wstring& text);
     [[nodiscard]] static bool ClearTextHelper(HWND control);
     [[nodiscard]] static bool ClickHelper(HWND button);
+    /// True when the item was found and taken.
     [[nodiscard]] static bool SelectDropdownByValueInternal(HWND combo, const std::wstring& value);
     [[nodiscard]] static bool SelectDropdownByIndexInternal(HWND combo, int index);
+    /// True when the control reports the state afterwards.
     [[nodiscard]] static bool SetCheckState(HWND control, int state, const std::wstring& label);
 
     // Window state. Each searches its window by arguments[1] and arguments[2] and acts on it once.
@@ -66,6 +71,7 @@ private:
     [[nodiscard]] HWND FindChildControl(int controlId) const;
 };
 
+// A window search is a value that commands make and drop: three members, nothing to release.
 static_assert(std::is_trivially_destructible_v<Window> && !std::is_polymorphic_v<Window>);
 static_assert(sizeof(Window) == sizeof(HWND) + sizeof(std::uint64_t) + sizeof(std::chrono::steady_clock::time_point));
 

@@ -31,7 +31,7 @@ bool ReportSuccess(const Operation& operation, const char* message) {
 bool Show(HWND hwnd, int command, const Operation& operation, const char* done) {
     if (hwnd == nullptr) return false;
     // Kept on purpose: the platform's result says whether the window was visible before, so a hidden window is
-    // reported as a failure although it is shown now.
+    // reported as a failure although it is shown now, with whatever the last error then is.
     return ::ShowWindow(hwnd, command) ? ReportSuccess(operation, done) : ReportFailure(operation);
 }
 
@@ -43,7 +43,10 @@ public:
           self(::GetCurrentThreadId()),
           attached(::AttachThreadInput(self, target, TRUE)) {}
     ~AttachedInput() {
-        if (attached) ::AttachThreadInput(self, target, FALSE);
+        if (!attached) return;
+        const DWORD error = ::GetLastError();  // what failed before must still be told
+        ::AttachThreadInput(self, target, FALSE);
+        ::SetLastError(error);
     }
     AttachedInput(const AttachedInput&) = delete;
     AttachedInput& operator=(const AttachedInput&) = delete;
