@@ -126,8 +126,8 @@ TEST(TimeBudget, DoesNotBoundAClickThatOpensAModalDialog) {
         return question != target.Handle() && question != nullptr;
     };
     EXPECT_TRUE(WaitUntil(opened));
-    ::Sleep(600);  // twice the timeout: the call must still be waiting
-    EXPECT_FALSE(returned);
+    constexpr DWORD kTwiceTheTimeout = 600;
+    EXPECT_FALSE(WaitUntil([&] { return returned.load(); }, kTwiceTheTimeout));
     // The first answer ends the sent click, the second the dialog that the posted click opens.
     for (int answers = 0; answers < 2; ++answers) {
         EXPECT_TRUE(WaitUntil(opened));
