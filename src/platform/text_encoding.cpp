@@ -15,8 +15,8 @@ std::wstring_view FirstPiece(std::wstring_view text) {
 
 }  // namespace
 
-std::string ToUtf8(std::wstring_view text) {
-    std::string utf8;
+std::pmr::string ToUtf8(std::pmr::memory_resource* memory, std::wstring_view text) {
+    std::pmr::string utf8(memory);
     while (!text.empty()) {
         const std::wstring_view piece = FirstPiece(text);
         const int units = static_cast<int>(piece.size());
@@ -27,6 +27,14 @@ std::string ToUtf8(std::wstring_view text) {
         text.remove_prefix(piece.size());
     }
     return utf8;
+}
+
+std::string ToUtf8(std::wstring_view text) { return std::string(ToUtf8(std::pmr::get_default_resource(), text)); }
+
+std::size_t ToUtf8(std::wstring_view text, std::span<char> area) noexcept {
+    const int bytes = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), area.data(),
+                                            static_cast<int>(area.size()), nullptr, nullptr);
+    return bytes > 0 ? static_cast<std::size_t>(bytes) : 0;
 }
 
 }  // namespace dialwright
