@@ -1,16 +1,22 @@
 #pragma once
 
 #include <cstdarg>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 
 namespace dialwright {
 
 /// Formats by the C runtime's rules, into UTF-8, in finite time whatever the text and the host's locale.
-/// "%s" arguments are read as Latin-1, "%ls" arguments as UTF-16. Throws only std::bad_alloc.
-[[nodiscard]] std::string FormatMessageText(const char* format, std::va_list arguments);
+/// "%s" arguments are read as Latin-1, "%ls" arguments as UTF-16. All memory comes from `memory`. Throws only
+/// std::bad_alloc.
+[[nodiscard]] std::pmr::string FormatMessageText(std::pmr::memory_resource* memory, const char* format,
+                                                 std::va_list arguments);
+
+/// Gives back what FormatMessageText keeps from call to call. Only when nobody is in it; it starts anew afterwards.
+void FreeMessageLocale() noexcept;
 
 /// Puts the 80-space indent before every line of a message but the first; nothing after a final line feed.
-[[nodiscard]] std::string IndentContinuationLines(std::string_view message);
+[[nodiscard]] std::pmr::string IndentContinuationLines(std::pmr::memory_resource* memory, std::string_view message);
 
 }  // namespace dialwright

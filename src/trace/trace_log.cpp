@@ -1,8 +1,12 @@
+#include <array>
 #include <cerrno>
 #include <cstdarg>
+#include <cstddef>
 #include <exception>
+#include <memory_resource>
 #include <string>
 
+#include "platform/last_error.h"
 #include "trace/levels.h"
 #include "trace/line_writer.h"
 #include "trace/message_text.h"
@@ -12,20 +16,28 @@
 namespace dialwright {
 namespace {
 
+// Most messages need no heap then: quicker, and a process that ends under logging threads leaves its heap in peace.
+constexpr std::size_t kStackBytes = 8192;
+
 void LogMessage(const char* tag, std::uint32_t levels, const char* format, std::va_list arguments) {
-    const std::string message = IndentContinuationLines(FormatMessageText(format, arguments));
-    const std::string line = std::string(tag) + ": " + message;
+    std::array<std::byte, kStackBytes> onStack;
+    std::pmr::monotonic_buffer_resource memory(onStack.data(), onStack.size(), std::pmr::new_delete_resource());
+    std::pmr::string line(tag, &memory);
+    line += ": ";
+    line += IndentContinuationLines(&memory, FormatMessageText(&memory, format, arguments));
     // Kept on purpose: the finished line goes on as a format, so the line writer reads it a second time and two
     // percent signs of a message become one in the trace. It has no arguments then, so the line writer must read none.
     // Standard output shows the text unharmed.
     ForEachLevel(levels & TraceSettings(),
                  [&](const LevelRow& level) { TraceLine(nullptr, 0, level.sourceLine, level.text, line.c_str()); });
-    WriteStandardOutput(line + "\n");
+    line += '\n';
+    WriteStandardOutput(line);
 }
 
 }  // namespace
 
 void TraceLog(const char* tag, std::uint32_t levels, const char* format, ...) noexcept {
+    const KeepLastError lastError;
     const int hostsErrno = errno;
     std::va_list arguments;
     va_start(arguments, format);

@@ -10,7 +10,7 @@ import pefile
 MACHINES = {"x64": "IMAGE_FILE_MACHINE_AMD64", "arm64": "IMAGE_FILE_MACHINE_ARM64"}
 EXPORTS = {1: "ValidateCommand", 2: "ValidateScript", 3: "ExecuteCommand", 4: "ExecuteScript", 5: "ProgramLaunch"}
 # The universal C runtime is part of Windows 10 and later.
-SYSTEM_LIBRARY = re.compile(r"(api-ms-win-crt-[a-z]+-l1-1-0|ntdll|kernel32|user32)\.dll", re.IGNORECASE)
+SYSTEM_LIBRARY = re.compile(r"(api-ms-win-crt-[a-z]+-l1-1-0|ntdll|kernel32|user32|advapi32|dbghelp)\.dll", re.IGNORECASE)
 HARDENING = ["DYNAMIC_BASE", "HIGH_ENTROPY_VA", "NX_COMPAT"]
 
 

@@ -38,7 +38,7 @@ HANDLE Start(std::wstring commandLine, HANDLE input, HANDLE output) {
     PROCESS_INFORMATION started{};
     const BOOL ok =
         ::CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started);
-    if (!ok) throw std::runtime_error("the program cannot be started");
+    if (!ok) throw std::runtime_error("the program cannot be started: error " + std::to_string(::GetLastError()));
     ::CloseHandle(started.hThread);
     return started.hProcess;
 }
@@ -52,12 +52,13 @@ std::wstring ProgramFolder() {
     return whole.substr(0, whole.rfind(L'\\') + 1);
 }
 
-ChildProcess::ChildProcess(const std::wstring& programName, const std::vector<std::wstring>& arguments) {
+ChildProcess::ChildProcess(const std::wstring& program, const std::vector<std::wstring>& arguments) {
+    const bool isPath = program.find(L'\\') != std::wstring::npos;
     const Pipe in = MakePipe();
     const Pipe out = MakePipe();
     ::SetHandleInformation(in.write, HANDLE_FLAG_INHERIT, 0);
     ::SetHandleInformation(out.read, HANDLE_FLAG_INHERIT, 0);
-    process = Start(CommandLine(ProgramFolder() + programName, arguments), in.read, out.write);
+    process = Start(CommandLine(isPath ? program : ProgramFolder() + program, arguments), in.read, out.write);
     ::CloseHandle(in.read);
     ::CloseHandle(out.write);
     input = in.write;

@@ -12,11 +12,11 @@
 
 namespace dialwright::testing {
 
-/// A program beside this test, started with arguments; its standard output is read line by line as it comes. Ended by
-/// the destructor, by closing its input first.
+/// A program beside this test, or elsewhere by its full path, started with arguments; its standard output is read line
+/// by line as it comes. Ended by the destructor, by closing its input first.
 class ChildProcess {
 public:
-    ChildProcess(const std::wstring& programName, const std::vector<std::wstring>& arguments);
+    ChildProcess(const std::wstring& program, const std::vector<std::wstring>& arguments);
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;

@@ -13,7 +13,7 @@ namespace {
 std::string Format(const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    std::string text = FormatMessageText(format, arguments);
+    std::string text(FormatMessageText(std::pmr::new_delete_resource(), format, arguments));
     va_end(arguments);
     return text;
 }
@@ -66,14 +66,18 @@ TEST(FormatMessageText, GrowsItsBufferAsOftenAsItTakes) {
     }
 }
 
+std::string Indent(std::string_view message) {
+    return std::string(IndentContinuationLines(std::pmr::new_delete_resource(), message));
+}
+
 TEST(IndentContinuationLines, IndentsEachLineButTheFirst) {
     const std::string indent(80, ' ');
-    EXPECT_EQ("", IndentContinuationLines(""));
-    EXPECT_EQ("one", IndentContinuationLines("one"));
-    EXPECT_EQ("one\n", IndentContinuationLines("one\n"));
-    EXPECT_EQ("one\n" + indent + "two", IndentContinuationLines("one\ntwo"));
-    EXPECT_EQ("one\n" + indent + "two\n", IndentContinuationLines("one\ntwo\n"));
-    EXPECT_EQ("\n" + indent + "\n" + indent + "x", IndentContinuationLines("\n\nx"));
+    EXPECT_EQ("", Indent(""));
+    EXPECT_EQ("one", Indent("one"));
+    EXPECT_EQ("one\n", Indent("one\n"));
+    EXPECT_EQ("one\n" + indent + "two", Indent("one\ntwo"));
+    EXPECT_EQ("one\n" + indent + "two\n", Indent("one\ntwo\n"));
+    EXPECT_EQ("\n" + indent + "\n" + indent + "x", Indent("\n\nx"));
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ namespace {
 class StandardOutput : public ::testing::TestWithParam<const wchar_t*> {};
 
 TEST_P(StandardOutput, NeverHarmsTheHost) {
-    testing::ChildProcess host(L"" OUTPUT_HOST, {GetParam()});
+    testing::ChildProcess host(L"output_host.exe", {GetParam()});
     EXPECT_EQ(7U, host.WaitForExit(testing::kPatienceMs));
 }
 
@@ -25,7 +25,7 @@ INSTANTIATE_TEST_SUITE_P(InABadWay, StandardOutput,
                          });
 
 TEST(StandardOutputCopy, ReachesThePipeOfAHostAtOnce) {
-    testing::ChildProcess host(L"" OUTPUT_HOST, {L"waiting"});
+    testing::ChildProcess host(L"output_host.exe", {L"waiting"});
     EXPECT_EQ("Host: even \xE3\x81\x82", host.ReadLine(testing::kPatienceMs));
 }
 
