@@ -8,11 +8,12 @@
  * them is kept.
  *
  * Results: exactly 1 (success) or 0 (failure). What the library does, and nearly always why it fails, is written to
- * standard output, in UTF-8. A standard-output pipe that nobody reads blocks the caller.
+ * trace files in logs\trace\ beside the host program, and copied to standard output, in UTF-8. A standard-output pipe
+ * that nobody reads blocks the caller.
  *
  * Threads: the functions may be called from any thread, also from several at once, but not from a DllMain. They run
  * wholly on the caller's thread and handle no messages meanwhile: a user-interface thread that calls them stops
- * answering. The library may be freed when no call runs in it.
+ * answering. The library may be freed when no call runs in it; that takes a little more than 100 ms.
  *
  * The host: the first window search makes the host process per-monitor DPI aware, unless the host has declared itself
  * before; rectangles are physical pixels.

@@ -7,6 +7,9 @@
 namespace dialwright {
 namespace {
 
+// Two for each unit, in the code pages of East Asia.
+constexpr std::size_t kMostAnsiBytes = 2 * std::tuple_size_v<WidePath>;
+
 bool Convert(UINT codePage, DWORD flags, const char* path, WidePath& wide) {
     return ::MultiByteToWideChar(codePage, flags, path, -1, wide.data(), static_cast<int>(wide.size())) > 0;
 }
@@ -20,7 +23,7 @@ WidePath WidenPath(const char* path) noexcept {
 }
 
 void CreateFoldersOf(const WidePath& path) noexcept {
-    std::array<char, 2 * 260> ansi{};
+    std::array<char, kMostAnsiBytes> ansi{};
     const UINT page = ::GetACP();
     // UTF-8 as the ANSI code page spells everything and takes no such question.
     BOOL replaced = FALSE;

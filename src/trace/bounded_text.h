@@ -19,6 +19,14 @@ public:
         if (used < area.size()) area[used++] = character;
     }
 
+    /// A literal of known length, without its terminator: where it fits the copy is a few instructions.
+    template <std::size_t Size>
+    void Put(const char (&literal)[Size]) noexcept {
+        if (area.size() - used < Size - 1) return Put(std::string_view(literal, Size - 1));
+        std::memcpy(area.data() + used, literal, Size - 1);
+        used += Size - 1;
+    }
+
     void Put(std::string_view text) noexcept {
         const std::size_t count = (std::min)(text.size(), area.size() - used);
         if (count != 0) std::memcpy(area.data() + used, text.data(), count);

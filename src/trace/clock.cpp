@@ -76,13 +76,13 @@ TimeStamp Now() noexcept {
     if (cache.second != now.second || cache.zone != zone) {
         cache = {.second = now.second, .zone = zone, .text = TextOf(now.second)};
     }
-    return {.second = cache.text, .fraction = now.fraction};
+    return {.second = &cache.text, .fraction = now.fraction};
 }
 
-TimeStamp NowAtExit() noexcept {
+TimeStamp NowAtExit(SecondText& text) noexcept {
     const Instant now = ReadInstant();
-    return {.second = TextOfSecond(BreakDown(now.second + lastSecondsAheadOfUtc), lastZoneOffset),
-            .fraction = now.fraction};
+    text = TextOfSecond(BreakDown(now.second + lastSecondsAheadOfUtc), lastZoneOffset);
+    return {.second = &text, .fraction = now.fraction};
 }
 
 FixedText<256> RefreshedZoneName() noexcept {

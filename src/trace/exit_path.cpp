@@ -52,7 +52,8 @@ std::uint64_t WriteAt(HANDLE file, std::uint64_t place, std::string_view text) {
 void WriteStopped(const LoggerState& logger, HANDLE file, std::uint64_t place) {
     if ((logger.settings & kAllSinks) == 0) return;
     LineArea area;
-    place = WriteAt(file, place, BuildLine(area, logger, NowAtExit(), kStoppedLine, FormatArgs({})));
+    SecondText second;
+    place = WriteAt(file, place, BuildLine(area, logger, NowAtExit(second), kStoppedLine, FormatArgs({})));
     WriteAt(file, place, "\r\n");
 }
 

@@ -20,7 +20,7 @@ std::string_view BuildLine(LineArea& area, const LoggerState& logger, const Time
                            FormatArgs arguments) noexcept {
     BoundedText prefix(std::span(area).first(kMostPrefixBytes));
     PutPrefix(prefix, {.settings = logger.settings,
-                       .time = &time,
+                       .time = time,
                        .processId = ::GetCurrentProcessId(),
                        .threadId = ::GetCurrentThreadId(),
                        .loggerName = logger.nameIsShown ? logger.loggerName.View() : std::string_view(),

@@ -10,9 +10,9 @@ constexpr std::size_t kMostLevelBytes = 16;
 
 void PutTime(BoundedText& target, const LinePrefix& prefix) {
     if ((prefix.settings & TRACE_NO_TIME) != 0) return;
-    target.Put(prefix.time->second.date.View());
-    target.PutNumber(prefix.time->fraction, 7);
-    target.Put(prefix.time->second.zone.View());
+    target.Put(prefix.time.second->date.View());
+    target.PutNumber(prefix.time.fraction, 7);
+    target.Put(prefix.time.second->zone.View());
 }
 
 void PutIds(BoundedText& target, const LinePrefix& prefix) {

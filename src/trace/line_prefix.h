@@ -13,7 +13,7 @@ inline constexpr std::size_t kMostPrefixBytes = 256;
 
 struct LinePrefix {
     std::uint64_t settings = 0;
-    const TimeStamp* time = nullptr;
+    TimeStamp time;
     unsigned long processId = 0;
     unsigned long threadId = 0;
     /// Empty when the logger was started without a name field.

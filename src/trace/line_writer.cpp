@@ -37,7 +37,8 @@ void Append(LoggerState& logger, std::string_view text) {
     const std::size_t used = logger.used;
     BoundedText rest(std::span(logger.writeBuffer).first(kWriteBufferBytes).subspan(used));
     rest.Put(text);
-    logger.used = used + rest.Size();
+    // Guarded by the lock; only the exit path reads it without, when no other thread is left.
+    logger.used.store(used + rest.Size(), std::memory_order_relaxed);
 }
 
 /// Kept on purpose: nothing ends the text in the buffer, so older text behind it is echoed with it, at most to the
@@ -98,7 +99,7 @@ void WriteTraceLine(const void* data, std::size_t dataLength, int sourceLine, co
     LoggerState& logger = Logger();
     const LineUnderWay underWay(logger);
     if (!logger.started || (logger.settings & kAllSinks) == 0) return;
-    logger.lastLine = PerformanceCounter();
+    logger.lastLine.store(PerformanceCounter(), std::memory_order_relaxed);
     LineArea area;
     const std::string_view line =
         BuildLine(area, logger, Now(), {.sourceLine = sourceLine, .levelText = levelText, .format = format}, arguments);

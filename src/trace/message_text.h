@@ -8,15 +8,15 @@
 namespace dialwright {
 
 /// Formats by the C runtime's rules, into UTF-8, in finite time whatever the text and the host's locale.
-/// "%s" arguments are read as Latin-1, "%ls" arguments as UTF-16. All memory comes from `memory`. Throws only
+/// "%s" arguments are read as Latin-1, "%ls" arguments as UTF-16. The text lies in `memory`. Throws only
 /// std::bad_alloc.
-[[nodiscard]] std::pmr::string FormatMessageText(std::pmr::memory_resource* memory, const char* format,
+[[nodiscard]] std::string_view FormatMessageText(std::pmr::monotonic_buffer_resource& memory, const char* format,
                                                  std::va_list arguments);
 
 /// Gives back what FormatMessageText keeps from call to call. Only when nobody is in it; it starts anew afterwards.
 void FreeMessageLocale() noexcept;
 
-/// Puts the 80-space indent before every line of a message but the first; nothing after a final line feed.
-[[nodiscard]] std::pmr::string IndentContinuationLines(std::pmr::memory_resource* memory, std::string_view message);
+/// Appends a message with the 80-space indent before every line but the first; nothing after a final line feed.
+void AppendIndented(std::pmr::string& target, std::string_view message);
 
 }  // namespace dialwright

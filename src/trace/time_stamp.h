@@ -15,7 +15,8 @@ struct SecondText {
 };
 
 struct TimeStamp {
-    SecondText second;
+    /// Borrowed, as it is the same for many lines.
+    const SecondText* second = nullptr;
     /// In units of 100 ns, below 10,000,000.
     std::uint32_t fraction = 0;
 };

@@ -118,7 +118,8 @@ void AppendToErrorFile(LoggerState& logger, std::string_view line) noexcept {
         return;
     }
     std::memcpy(block, line.data(), line.size());
-    std::memcpy(block + line.size(), "\r\n", 2);
+    block[line.size()] = '\r';
+    block[line.size() + 1] = '\n';
     logger.error.size += WriteStream(logger.error, {block, line.size() + 2});
     std::free(block);
     RotateIfFull(logger, logger.error);

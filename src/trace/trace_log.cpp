@@ -22,9 +22,12 @@ constexpr std::size_t kStackBytes = 8192;
 void LogMessage(const char* tag, std::uint32_t levels, const char* format, std::va_list arguments) {
     std::array<std::byte, kStackBytes> onStack;
     std::pmr::monotonic_buffer_resource memory(onStack.data(), onStack.size(), std::pmr::new_delete_resource());
-    std::pmr::string line(tag, &memory);
-    line += ": ";
-    line += IndentContinuationLines(&memory, FormatMessageText(&memory, format, arguments));
+    const std::string_view message = FormatMessageText(memory, format, arguments);
+    const std::string_view tagText = tag;
+    std::pmr::string line(&memory);
+    line.reserve(tagText.size() + message.size() + 4);
+    line.append(tagText).append(": ");
+    AppendIndented(line, message);
     // Kept on purpose: the finished line goes on as a format, so the line writer reads it a second time and two
     // percent signs of a message become one in the trace. It has no arguments then, so the line writer must read none.
     // Standard output shows the text unharmed.

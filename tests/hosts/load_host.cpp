@@ -38,7 +38,7 @@ void TakeStandardOutput() {
 }
 
 std::wstring Beside(const wchar_t* name) {
-    std::array<wchar_t, 2 * MAX_PATH> path{};
+    std::array<wchar_t, std::size_t{2} * MAX_PATH> path{};
     ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     const std::wstring host = path.data();
     return host.substr(0, host.rfind(L'\\') + 1) + name;

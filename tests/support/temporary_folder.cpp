@@ -35,7 +35,7 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 std::string TemporaryFolder::NarrowPath() const {
-    std::array<char, 2 * MAX_PATH> narrow{};
+    std::array<char, std::size_t{2} * MAX_PATH> narrow{};
     ::WideCharToMultiByte(CP_ACP, 0, path.c_str(), -1, narrow.data(), static_cast<int>(narrow.size()), nullptr,
                           nullptr);
     return narrow.data();
@@ -72,7 +72,8 @@ void WriteFile(const std::wstring& path, const std::string& text) {
 }
 
 bool CanBeWritten(const std::wstring& path) {
-    const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) return false;
     ::CloseHandle(file);
     return true;

@@ -36,7 +36,7 @@ private:
 /// Fails the running test when the file cannot be written.
 void WriteFile(const std::wstring& path, const std::string& text);
 
-/// Whether somebody could open the file for writing now.
+/// Whether somebody could open the file for writing now, if it were for him.
 [[nodiscard]] bool CanBeWritten(const std::wstring& path);
 
 /// The pieces between CR LF; a rest behind the last one is a piece of its own.

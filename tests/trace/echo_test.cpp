@@ -115,7 +115,7 @@ TEST_F(Echo, OfADumpComesWithItsRows) {
 
 TEST_F(Echo, OfALongDumpLosesAndRepeatsNoRow) {
     Set(kSettingsAtStart | TRACE_CONSOLE | TRACE_NO_TIME | TRACE_NO_PID | TRACE_NO_TID);
-    const std::vector<unsigned char> data(1000 * 16, 0x41);
+    const std::vector<unsigned char> data(std::size_t{1000} * 16, 0x41);
     {
         const std::lock_guard watcherWaits(Logger().lock);
         TraceLine(data.data(), data.size(), 40, "   info", "block");

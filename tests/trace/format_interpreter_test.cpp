@@ -8,15 +8,10 @@
 #include <string_view>
 #include <vector>
 
+#include "interpret.h"
+
 namespace dialwright {
 namespace {
-
-using Arguments = std::vector<FormatArg>;
-using namespace std::string_view_literals;
-
-constexpr std::size_t kLineBytes = 4096;
-constexpr const char* kNoNarrow = nullptr;
-constexpr const wchar_t* kNoWide = nullptr;
 
 constexpr auto kMostInt = (std::numeric_limits<std::int32_t>::max)();
 constexpr auto kLeastInt = (std::numeric_limits<std::int32_t>::min)();
@@ -25,13 +20,6 @@ constexpr auto kLeastLong = (std::numeric_limits<std::int64_t>::min)();
 constexpr auto kMostUnsignedLong = (std::numeric_limits<std::uint64_t>::max)();
 
 const void* Address(std::uint64_t value) { return reinterpret_cast<const void*>(value); }
-
-std::string Interpret(const std::string& format, const Arguments& arguments, std::size_t room = kLineBytes) {
-    std::vector<char> area(room);
-    BoundedText text(area);
-    InterpretFormat(text, format.c_str(), FormatArgs(arguments));
-    return std::string(text.View());
-}
 
 /// One conversion between brackets: what stands between "%" and its letter, and what comes out.
 struct Row {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "trace/format_interpreter.h"
+#include "interpret.h"
 
 namespace {
 int askedFor = 0;
@@ -27,20 +27,6 @@ void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
 
 namespace dialwright {
 namespace {
-
-using Arguments = std::vector<FormatArg>;
-using namespace std::string_view_literals;
-
-constexpr std::size_t kLineBytes = 4096;
-constexpr const char* kNoNarrow = nullptr;
-constexpr const wchar_t* kNoWide = nullptr;
-
-std::string Interpret(const std::string& format, const Arguments& arguments, std::size_t room = kLineBytes) {
-    std::vector<char> area(room);
-    BoundedText text(area);
-    InterpretFormat(text, format.c_str(), FormatArgs(arguments));
-    return std::string(text.View());
-}
 
 struct NarrowRow {
     const char* flags;

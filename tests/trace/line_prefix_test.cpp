@@ -17,17 +17,18 @@ namespace {
 constexpr std::uint64_t kNoTimeNoIds = TRACE_NO_TIME | TRACE_NO_PID | TRACE_NO_TID;
 
 TimeStamp SomeTime(std::uint32_t fraction = 1'234'567) {
-    TimeStamp time;
-    time.second.date.Assign("[2025-09-08 14:05:23.");
-    time.second.zone.Assign(" UTC+02:00] ");
-    time.fraction = fraction;
-    return time;
+    static const SecondText second = [] {
+        SecondText text;
+        text.date.Assign("[2025-09-08 14:05:23.");
+        text.zone.Assign(" UTC+02:00] ");
+        return text;
+    }();
+    return {.second = &second, .fraction = fraction};
 }
 
 LinePrefix Usual(std::uint64_t settings) {
-    static const TimeStamp someTime = SomeTime();
     return {.settings = settings,
-            .time = &someTime,
+            .time = SomeTime(),
             .processId = 4312,
             .threadId = 8876,
             .loggerName = "Dialwright",
@@ -129,25 +130,24 @@ TEST(PutPrefix, ShowsTheFractionInSevenDigits) {
                                              {999'999U, "[2025-09-08 14:05:23.0999999 UTC+02:00] "},
                                              {1'000'000U, "[2025-09-08 14:05:23.1000000 UTC+02:00] "},
                                              {9'999'999U, "[2025-09-08 14:05:23.9999999 UTC+02:00] "}}) {
-        const TimeStamp time = SomeTime(fraction);
         LinePrefix prefix = Usual(0xFE0000);
-        prefix.time = &time;
+        prefix.time = SomeTime(fraction);
         EXPECT_EQ(expected, Shown(prefix));
     }
 }
 
 TEST(PutPrefix, TakesTheTimeAsItStands) {
-    TimeStamp time;
-    time.second.date.Assign("<date ");
-    time.second.zone.Assign(" zone>");
+    SecondText second;
+    second.date.Assign("<date ");
+    second.zone.Assign(" zone>");
     LinePrefix prefix = Usual(0xFE0000);
-    prefix.time = &time;
+    prefix.time = {.second = &second, .fraction = 0};
     EXPECT_EQ("<date 0000000 zone>", Shown(prefix));
 }
 
 TEST(PutPrefix, NeedsNoTimeWhereNoneIsShown) {
     LinePrefix prefix = Usual(TRACE_NO_TIME);
-    prefix.time = nullptr;
+    prefix.time.second = nullptr;
     EXPECT_EQ("[4312:8876] [Dialwright  40    info] ", Shown(prefix));
 }
 
@@ -249,8 +249,7 @@ TEST(PutPrefix, ShowsAnySourceLine) {
 }
 
 TEST(PutPrefix, FitsItsRoomAtItsLongest) {
-    const TimeStamp time = SomeTime();
-    const LinePrefix prefix{.time = &time,
+    const LinePrefix prefix{.time = SomeTime(),
                             .processId = 4'294'967'295,
                             .threadId = 4'294'967'295,
                             .loggerName = std::string_view("nnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnn"),

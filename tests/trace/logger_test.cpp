@@ -228,7 +228,6 @@ TEST_F(ErrorFile, HasEachErrorLineAtOnceAndNoOther) {
 
 TEST_F(ErrorFile, NeverDamagesTheMainFileByTheSharedBuffer) {
     Start();
-    std::string expected;
     for (int line = 0; line < 1300; ++line) {
         TraceLog("tag", line % 100 == 99 ? LOG_ERROR : LOG_INFO, "line %d %s", line, std::string(90, 'x').c_str());
     }

@@ -13,7 +13,8 @@ namespace {
 std::string Format(const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    std::string text(FormatMessageText(std::pmr::new_delete_resource(), format, arguments));
+    std::pmr::monotonic_buffer_resource memory;
+    std::string text(FormatMessageText(memory, format, arguments));
     va_end(arguments);
     return text;
 }
@@ -60,17 +61,34 @@ TEST(FormatMessageText, DoesNotDependOnTheHostsLocale) {
     }
 }
 
+TEST(FormatMessageText, KnowsWideTextHoweverItIsAskedFor) {
+    EXPECT_EQ("[  \xE3\x81\x82]", Format("[%3ls]", L"\x3042"));
+    EXPECT_EQ("[\xE3\x81\x82  ]", Format("[%-3ls]", L"\x3042"));
+    EXPECT_EQ("[\xE3\x81\x82]", Format("[%.*ls]", 1, L"\x3042\x3042"));
+    EXPECT_EQ("\xE3\x81\x82", Format("%lc", wint_t{0x3042}));
+    EXPECT_EQ("100% \xE3\x81\x82", Format("100%% %ls", L"\x3042"));
+}
+
+TEST(FormatMessageText, ReadsNarrowTextAsLatin1BesideWideTextAndWithoutIt) {
+    EXPECT_EQ("\xC3\xA9\xC2\x80\xC3\xBF.", Format("%s", "\xE9\x80\xFF."));
+    EXPECT_EQ("\xC3\xA9\xC2\x80\xC3\xBF.a", Format("%s%ls", "\xE9\x80\xFF.", L"a"));
+}
+
 TEST(FormatMessageText, GrowsItsBufferAsOftenAsItTakes) {
     for (const std::size_t length : {1022U, 1023U, 1024U, 1025U, 2047U, 2048U, 5000U}) {
         EXPECT_EQ(std::string(length, 'x'), Format("%s", std::string(length, 'x').c_str()));
+        EXPECT_EQ(std::string(length, 'x'), Format("%ls", std::wstring(length, L'x').c_str()));
+        EXPECT_EQ(std::string(length - 2, 'x') + "\xC3\xBC", Format("%s\xFC", std::string(length - 2, 'x').c_str()));
     }
 }
 
 std::string Indent(std::string_view message) {
-    return std::string(IndentContinuationLines(std::pmr::new_delete_resource(), message));
+    std::pmr::string text;
+    AppendIndented(text, message);
+    return std::string(text);
 }
 
-TEST(IndentContinuationLines, IndentsEachLineButTheFirst) {
+TEST(AppendIndented, IndentsEachLineButTheFirst) {
     const std::string indent(80, ' ');
     EXPECT_EQ("", Indent(""));
     EXPECT_EQ("one", Indent("one"));

@@ -59,11 +59,11 @@ TEST(TraceDocs, ShowALineAsItIsWritten) {
     local.tm_hour = 14;
     local.tm_min = 5;
     local.tm_sec = 23;
-    const TimeStamp time{.second = TextOfSecond(local, -7200), .fraction = 1234567};
+    const SecondText second = TextOfSecond(local, -7200);
     std::array<char, kMostPrefixBytes> area;
     BoundedText prefix(area);
     PutPrefix(prefix, {.settings = kSettingsAtStart,
-                       .time = &time,
+                       .time = {.second = &second, .fraction = 1234567},
                        .processId = 4312,
                        .threadId = 8876,
                        .loggerName = "Dialwright",

@@ -109,7 +109,7 @@ TEST(HostFolderNames, ThatTheCodePageCannotSpellCostTheTraceAndNothingElse) {
 
 TEST(HostFolderNames, GivenInUtf8AreOpenedInUtf8) {
     const testing::TemporaryFolder folder(L"-caf\x00E9");
-    const std::wstring wide = folder.Path();
+    const std::wstring& wide = folder.Path();
     std::string utf8(3 * wide.size(), '\0');
     utf8.resize(
         static_cast<std::size_t>(::WideCharToMultiByte(CP_UTF8, 0, wide.c_str(), static_cast<int>(wide.size()),
