@@ -18,7 +18,7 @@ take_picture() {
 
 run_script() {
     say "== Running examples/notepad/$1.txt"
-    wine build/x64-release/bin/run_script.exe "examples/notepad/$1.txt" >>"$out/log.txt" 2>&1 </dev/null ||
+    wine "$bin/run_script.exe" "examples/notepad/$1.txt" >>"$out/log.txt" 2>&1 </dev/null ||
         { tail -n 20 "$out/log.txt" >&2; die "the script failed; the log is in ${out#"$root"/}/log.txt"; }
 }
 
@@ -37,10 +37,20 @@ show_proof() {
     cp "$file" "$out/typed.txt"
     printf 'The log:\n\n'
     tr -d '\r' <"$out/log.txt"
+    show_trace
     printf '\nThe file that Notepad saved holds exactly the text of the script:\n\n'
     sed '1s/^\xEF\xBB\xBF//' "$out/typed.txt"
     printf '\n\nPictures, the file and the log are in %s:\n' "${out#"$root"/}"
     ls "$out"
+}
+
+# The host's trace, as the library left it beside the host.
+show_trace() {
+    local trace
+    trace=$(find "$bin/logs/trace" -name 'run_script.exe_*_Dialwright_1.log')
+    printf '\nThe trace, with time, process, thread and level, is in %s:\n\n' "${trace#"$root"/}"
+    tr -d '\r' <"$trace"
+    cp "$trace" "$out/trace.log"
 }
 
 command_demo() {
@@ -49,7 +59,8 @@ command_demo() {
     cd "$root"
     build_preset x64-release dialwright run_script
     out=$root/build/demo
-    rm -rf "$out"
+    bin=$root/build/x64-release/bin
+    rm -rf "$out" "$bin"/logs/trace/run_script.exe_*
     mkdir -p "$out"
     start_screen
     start_wine demo desktop

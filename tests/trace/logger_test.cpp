@@ -187,6 +187,24 @@ TEST_F(WriteBuffer, KeepsLinesUntilMoreThan96KibWait) {
     EXPECT_GT(testing::FileSizeOf(File(L"x_1.log")), kWriteOutAbove);
 }
 
+TEST_F(WriteBuffer, IsWrittenOutOnlyAboveTheMark) {
+    Start();
+    LoggerState& logger = Logger();
+    const std::lock_guard watcherWaits(logger.lock);
+    logger.settings = kSettingsAtStart | TRACE_NO_TIME | TRACE_NO_PID | TRACE_NO_TID;
+    const std::size_t before = logger.used;
+    TraceLog("tag", LOG_INFO, "line");
+    const std::size_t length = logger.used - before;
+    logger.used = kWriteOutAbove - length;
+    TraceLog("tag", LOG_INFO, "line");
+    EXPECT_EQ(98304U, logger.used.load());
+    EXPECT_FALSE(FileExists(File(L"x_1.log")));
+    logger.used = kWriteOutAbove - length + 1;
+    TraceLog("tag", LOG_INFO, "line");
+    EXPECT_EQ(0U, logger.used.load());
+    EXPECT_TRUE(FileExists(File(L"x_1.log")));
+}
+
 TEST_F(WriteBuffer, IsWrittenOutSoonAfterTheLastLine) {
     Start();
     TraceLog("tag", LOG_INFO, "burst");

@@ -49,7 +49,14 @@ protected:
     }
 };
 
-class FileChoice : public TraceFixture {};
+class FileChoice : public TraceFixture {
+protected:
+    /// Nothing of what was there before, only the header and the end of this run.
+    void ExpectToBeAnew(const std::wstring& name) const {
+        EXPECT_TRUE(testing::ReadFile(File(name)).starts_with("[20"));
+        EXPECT_EQ(2U, testing::ReadTrace(File(name)).size());
+    }
+};
 
 TEST_F(Rotation, BeginsTheOtherFileWithALineThatSaysSo) {
     StartWithLimit(1);
@@ -134,7 +141,7 @@ TEST_F(FileChoice, BeginsTheOlderFileAnewWhenTheNewerIsFull) {
     Start();
     StopAndRelease();
     EXPECT_EQ(512 * kMib, FileSizeOf(File(L"x_1.log")));
-    EXPECT_EQ(2U, testing::ReadTrace(File(L"x_2.log")).size());
+    ExpectToBeAnew(L"x_2.log");
 }
 
 TEST_F(FileChoice, BeginsTheFirstFileAnewWhenTheSecondIsFull) {
@@ -142,7 +149,7 @@ TEST_F(FileChoice, BeginsTheFirstFileAnewWhenTheSecondIsFull) {
     MakeFile(File(L"x_2.log"), 512 * kMib, 1);
     Start();
     StopAndRelease();
-    EXPECT_EQ(2U, testing::ReadTrace(File(L"x_1.log")).size());
+    ExpectToBeAnew(L"x_1.log");
     EXPECT_EQ(512 * kMib, FileSizeOf(File(L"x_2.log")));
 }
 

@@ -1,0 +1,19 @@
+# The long run: the same tests of loading, leaving and threads, many more rounds of them.
+# shellcheck shell=bash
+
+soak_tests='*LoadAndFree*:*ProcessExit*:ManyThreads*:Crash*'
+
+run_soak() { DIALWRIGHT_SOAK=1 timeout 3600 "$root/scripts/wine-run" ./trace_tests.exe --gtest_filter="$soak_tests"; }
+
+command_soak() {
+    refuse_arguments "$@"
+    ensure_tools "${test_tools[@]}"
+    cd "$root"
+    build_preset x64-release trace_tests
+    build_preset x64-release practice_target
+    start_wine test null
+    keep_desktop_up "$root/build/x64-release/bin/practice_target.exe"
+    cd "$root/build/x64-release/bin"
+    step "Soaking (about ten minutes)" run_soak
+    grep -E '^[0-9]+ cycles: |OK \]|PASSED' "$logs/Soaking--about-ten-minutes-.log" | tr -d '\r'
+}
