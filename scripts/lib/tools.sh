@@ -5,7 +5,8 @@
 # Configuring wants the test library also where only the DLL is built.
 build_tools=(cmake:cmake ninja:ninja-build ccache:ccache npm:npm python3:python3 /usr/src/googletest:googletest)
 test_tools=(clang-format-19:clang-format-19 clang-tidy-19:clang-tidy-19 /usr/lib/wine/wine64:wine64
-    /usr/lib/python3/dist-packages/pefile.py:python3-pefile)
+    /usr/lib/python3/dist-packages/pefile.py:python3-pefile /usr/include/spdlog/spdlog.h:libspdlog-dev
+    /usr/include/fmt/format.h:libfmt-dev)
 demo_tools=(/usr/lib/wine/wine64:wine64 Xvfb:xvfb import:imagemagick)
 
 is_there() {

@@ -83,7 +83,9 @@ std::basic_string_view<Unit> FormatDoubling(Memory& memory, std::va_list argumen
 }
 
 bool IsAscii(std::string_view text) {
-    return std::ranges::none_of(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    unsigned char all = 0;
+    for (const char c : text) all |= static_cast<unsigned char>(c);
+    return all < 0x80;
 }
 
 std::string_view Latin1ToUtf8(Memory& memory, std::string_view text) {

@@ -1,0 +1,46 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks for a moment and checks that the table is whole. Judges no figure."""
+
+import json
+import subprocess
+import sys
+
+AGAINST_A_PEER = ["lines_1", "lines_2", "lines_4", "lines_8", "call_p50", "call_p99", "call_p999", "log_trace",
+                  "log_no_trace", "memory"]
+ALONE = ["load_warm", "load_at_once", "load_cold"]
+WITH_A_GOAL = {"lines_1", "lines_2", "log_trace", "load_warm", "load_at_once", "memory"}
+
+
+def is_whole(figure):
+    return figure is not None and 0 < figure["lowest"] <= figure["median"] <= figure["highest"]
+
+
+def faults_of(rows):
+    for key in AGAINST_A_PEER + ALONE:
+        row = rows.pop(key, None)
+        if row is None:
+            yield f"no row {key}"
+            continue
+        if not is_whole(row["ours"]):
+            yield f"{key} has no figure of ours"
+        if key in AGAINST_A_PEER and not (is_whole(row["peer"]) and row["ratio"] > 0):
+            yield f"{key} has no figure to compare with"
+        if (row["met"] is not None) != (key in WITH_A_GOAL) or (row["goal"] is not None) != (key in WITH_A_GOAL):
+            yield f"{key} says the wrong thing of a goal"
+    yield from (f"row {key} is new here" for key in rows)
+
+
+def main():
+    result = subprocess.run([sys.executable, *sys.argv[1:], "--quick", "--json"], stdout=subprocess.PIPE, check=False)
+    if result.returncode != 0:
+        print(f"the run ended with {result.returncode}")
+        return 1
+    faults = list(faults_of({row["row"]: row for row in json.loads(result.stdout)["rows"]}))
+    for fault in faults:
+        print(fault)
+    print(f"{len(faults)} faults")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
