@@ -31,7 +31,7 @@ void TraceStopAtExit() noexcept;
 void SetTraceSettingsKey(const char* keyPath) noexcept;
 
 /// Reads the settings key once and puts what has changed into force, as the watcher does every 11 seconds.
-/// Does nothing while the logger is stopped.
+/// Does nothing without a key, or while the logger is stopped.
 void PollTraceSettings() noexcept;
 
 }  // namespace dialwright

@@ -58,6 +58,7 @@ void PollTraceSettings() noexcept {
     LoggerState& logger = Logger();
     if (!logger.started) return;
     const TracePath key = SettingsKey(logger);
+    if (key.Empty()) return;  // the root of all keys, which has no values, would switch all output off
     const StoredSettings stored = ReadSettingsKey(key.CStr());
     // A key or a value that is missing switches all output off.
     const std::uint64_t flag = stored.flag.value_or(0);

@@ -54,6 +54,18 @@ TEST_F(SettingsReload, ChangesNothingWhileTheKeyHoldsWhatIsInForce) {
     EXPECT_EQ((Lines{"tag: line"}), MessagesOfMainFile());
 }
 
+TEST_F(SettingsReload, ChangesNothingWithoutAKey) {
+    TraceLog("tag", LOG_ERROR, "line");
+    SetTraceSettingsKey("");
+    PollTraceSettings();
+    EXPECT_EQ(kSettingsAtStart, Logger().settings);
+    StopAndRelease();
+    PollTraceSettings();
+    SetTraceSettingsKey(key.Path().c_str());
+    EXPECT_TRUE(Logger().settingsKey.Empty());
+    EXPECT_EQ((Lines{"tag: line"}), MessagesOfMainFile());
+}
+
 TEST_F(SettingsReload, TellsOfAChange) {
     PollWithFlag(0x10E);
     EXPECT_EQ(0x10EU, Logger().settings);
