@@ -6,11 +6,12 @@
 build_preset() {
     local preset=$1 folder=$root/build/$1
     shift
-    # A folder that was configured for another compiler keeps its path: begin anew.
-    if [ "$(cat "$folder/configured-for" 2>/dev/null)" != "$DIALWRIGHT_ZIG_DIR" ]; then
+    # A folder that was configured for another compiler, or before the headers of the tools came: begin anew.
+    local key="$DIALWRIGHT_ZIG_DIR, tools"
+    if [ "$(cat "$folder/configured-for" 2>/dev/null)" != "$key" ]; then
         rm -rf "$folder"
         step "Configuring $preset (minutes when the compiler is new)" cmake -S "$root" --preset "$preset"
-        printf '%s\n' "$DIALWRIGHT_ZIG_DIR" >"$folder/configured-for"
+        printf '%s\n' "$key" >"$folder/configured-for"
     fi
     step "Building $preset" cmake --build "$folder" "${@/#/--target=}"
 }
@@ -19,17 +20,17 @@ build_preset() {
 dist_of() {
     local from=$root/build/$1 to=$root/dist/$2
     mkdir -p "$to"
-    cp "$from/bin/Dialwright.dll" "$from/bin/Dialwright.pdb" "$from/src/api/libDialwright.dll.a" "$to/"
+    cp "$from"/bin/{Dialwright.dll,Dialwright.pdb,dialwright.exe} "$from/src/api/libDialwright.dll.a" "$to/"
 }
 
 command_build() {
     refuse_arguments "$@"
     ensure_tools
     cd "$root"
-    build_preset x64-release dialwright
-    build_preset arm64-release dialwright
+    build_preset x64-release dialwright dialwright_tool
+    build_preset arm64-release dialwright dialwright_tool
     dist_of x64-release x64
     dist_of arm64-release arm64
     cp -R "$root/include" "$root/dist/"
-    say "The libraries are in dist/x64 and dist/arm64, the header in dist/include."
+    say "The libraries and dialwright.exe are in dist/x64 and dist/arm64, the header in dist/include."
 }

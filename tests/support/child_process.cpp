@@ -3,6 +3,7 @@
 #include <array>
 #include <chrono>
 #include <stdexcept>
+#include <utility>
 
 #include "support/wait.h"
 
@@ -66,7 +67,7 @@ ChildProcess::ChildProcess(const std::wstring& program, const std::vector<std::w
 }
 
 ChildProcess::~ChildProcess() {
-    ::CloseHandle(input);
+    CloseInput();
     if (!WaitForExit(5000)) Kill();
     reader.join();
     ::CloseHandle(process);
@@ -76,6 +77,10 @@ void ChildProcess::WriteLine(const std::string& line) {
     const std::string whole = line + "\n";
     DWORD written = 0;
     ::WriteFile(input, whole.data(), static_cast<DWORD>(whole.size()), &written, nullptr);
+}
+
+void ChildProcess::CloseInput() {
+    if (const HANDLE closing = std::exchange(input, nullptr)) ::CloseHandle(closing);
 }
 
 std::optional<std::string> ChildProcess::ReadLine(DWORD deadlineMs) {

@@ -22,6 +22,7 @@ public:
     ChildProcess& operator=(const ChildProcess&) = delete;
 
     void WriteLine(const std::string& line);
+    void CloseInput();
 
     /// The next line, or nothing when the program ended or the deadline passed.
     [[nodiscard]] std::optional<std::string> ReadLine(DWORD deadlineMs);

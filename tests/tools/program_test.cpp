@@ -1,0 +1,164 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/text_encoding.h"
+#include "script/dialog_script_manager.h"
+#include "support/child_process.h"
+#include "support/log_capture.h"
+#include "support/practice_window.h"
+#include "support/temporary_folder.h"
+#include "support/wait.h"
+#include "support/windows_of_others.h"
+
+#include <nlohmann/json.hpp>
+
+namespace dialwright::testing {
+namespace {
+
+struct Ended {
+    std::optional<DWORD> code;
+    std::vector<std::string> lines;
+
+    [[nodiscard]] std::string Text() const {
+        std::string text;
+        for (const std::string& line : lines) text += line + "\n";
+        return text;
+    }
+};
+
+Ended RunTool(const std::vector<std::wstring>& arguments, const std::string& input = "") {
+    ChildProcess process(L"dialwright.exe", arguments);
+    if (!input.empty()) process.WriteLine(input);
+    process.CloseInput();
+    Ended ended;
+    while (auto line = process.ReadLine(kPatienceMs)) ended.lines.push_back(*line);
+    ended.code = process.WaitForExit(kPatienceMs);
+    return ended;
+}
+
+class CheckProgram : public ::testing::Test {
+protected:
+    [[nodiscard]] std::wstring Script(const std::string& text) const {
+        WriteFile(folder.File(L"script.txt"), text);
+        return folder.File(L"script.txt");
+    }
+
+    const TemporaryFolder folder;
+};
+
+TEST_F(CheckProgram, EndsWith0WhereThereIsNothingToSay) {
+    const Ended ended = RunTool({L"check", Script("Window.Close c t 5000\n")});
+    EXPECT_EQ(0U, ended.code);
+    EXPECT_EQ("", ended.Text());
+}
+
+TEST_F(CheckProgram, SaysFilePlaceAndCode) {
+    const std::wstring path = Script("Window.Close c t 5000\nWindow.Clsoe c t\n");
+    const Ended ended = RunTool({L"check", path});
+    EXPECT_EQ(1U, ended.code);
+    EXPECT_EQ((std::vector<std::string>{ToUtf8(path) +
+                                        ":2:1: error DW102: unknown command Window.Clsoe; did you mean Window.Close?"}),
+              ended.lines);
+}
+
+TEST_F(CheckProgram, LeavesOutWhatIsDisabled) {
+    EXPECT_EQ(0U, RunTool({L"check", L"--disable", L"DW390", Script("# why\nWindow.Close c t 5000\n")}).code);
+}
+
+TEST_F(CheckProgram, PrintsTheScriptAsTheLibraryTakesIt) {
+    const Ended ended = RunTool({L"check", L"--emit", Script("# why\nWindow.Close c t 5000\n")});
+    EXPECT_EQ(0U, ended.code);
+    EXPECT_EQ((std::vector<std::string>{"", "Window.Close c t 5000"}), ended.lines);
+}
+
+TEST_F(CheckProgram, TakesFileNamesInAnyAlphabet) {
+    const std::wstring path = folder.File(L"caf\x00E9 \x65E5\x672C.txt");
+    WriteFile(path, "Window.Close c");
+    const Ended ended = RunTool({L"check", path});
+    EXPECT_EQ(1U, ended.code);
+    ASSERT_EQ(1U, ended.lines.size());
+    EXPECT_TRUE(ended.lines[0].starts_with(ToUtf8(path) + ":1:1: error DW103: ")) << ended.lines[0];
+}
+
+TEST_F(CheckProgram, ReadsStandardInput) {
+    const Ended ended = RunTool({L"check", L"-"}, "Window.Close c t soon");
+    EXPECT_EQ(1U, ended.code);
+    ASSERT_EQ(1U, ended.lines.size());
+    EXPECT_TRUE(ended.lines[0].starts_with("<stdin>:1:18: error DW204: ")) << ended.lines[0];
+}
+
+TEST_F(CheckProgram, PrintsJson) {
+    const auto json = nlohmann::json::parse(RunTool({L"check", L"--format", L"json", Script("Window.Close c")}).Text());
+    EXPECT_EQ(1, json.at("schema"));
+    const auto& finding = json.at("files").at(0).at("findings").at(0);
+    EXPECT_EQ("DW103", finding.at("code"));
+    EXPECT_EQ("error", finding.at("severity"));
+    EXPECT_EQ(1, finding.at("line"));
+}
+
+TEST_F(CheckProgram, RefusesWhatItCannotRead) {
+    EXPECT_EQ(2U, RunTool({L"check", folder.File(L"nowhere.txt")}).code);
+    EXPECT_EQ(2U, RunTool({L"check"}).code);
+    EXPECT_EQ(2U, RunTool({L"check", L"--format", L"poem", Script("")}).code);
+    EXPECT_EQ(2U, RunTool({}).code);
+    EXPECT_EQ(0U, RunTool({L"--help"}).code);
+    EXPECT_EQ(0U, RunTool({L"--version"}).code);
+}
+
+TEST(MatchProgram, TellsWhichWindowACommandTakes) {
+    const PracticeWindow target(kPlainClass);
+    const Ended taken = RunTool({L"match", kPlainClass, target.Title()});
+    EXPECT_EQ(0U, taken.code);
+    ASSERT_EQ(1U, taken.lines.size());
+    EXPECT_TRUE(taken.lines[0].starts_with("taken   0x" + Hex(target.Handle()) + "  PracticeTarget  "));
+    EXPECT_EQ(1U, RunTool({L"match", kPlainClass, L"no such title"}).code);
+    EXPECT_EQ(2U, RunTool({L"match", L"(", L"x"}).code);
+    const PracticeWindow second(kPlainClass);
+    EXPECT_EQ(0U, RunTool({L"match", kPlainClass, L".*"}).code);
+    EXPECT_EQ(1U, RunTool({L"match", L"--unique", kPlainClass, L".*"}).code);
+    EXPECT_EQ(0U, RunTool({L"match", L"--unique", L"--literal", kPlainClass, target.Title()}).code);
+}
+
+TEST(WindowsProgram, ListsEveryWindow) {
+    const PracticeWindow target(kPlainClass);
+    const auto json = nlohmann::json::parse(RunTool({L"windows", L"--json"}).Text());
+    bool found = false;
+    for (const auto& window : json.at("windows")) {
+        if (window.at("handle") != Hex(target.Handle())) continue;
+        found = true;
+        EXPECT_EQ("PracticeTarget", window.at("class"));
+        EXPECT_EQ(ToUtf8(target.Title()), window.at("title").get<std::string>());
+        EXPECT_EQ("practice_target.exe", window.at("program"));
+    }
+    EXPECT_TRUE(found);
+}
+
+TEST(InspectProgram, WritesCommandsThatWork) {
+    const PracticeWindow target;
+    const auto json = nlohmann::json::parse(RunTool({L"inspect", L"--json", kDialogClass, target.Title()}).Text());
+    const LogCapture quiet;
+    int executed = 0;
+    for (const auto& control : json.at("controls")) {
+        if (control.at("kind") != "checkbox" || !control.at("enabled") || !control.at("visible")) continue;
+        const std::string line = control.at("commands").at(0);
+        EXPECT_EQ(1, DialogScriptManager().ExecuteCommand(std::wstring(line.begin(), line.end()).c_str())) << line;
+        EXPECT_EQ(1, CheckStateOf(target.Control(control.at("id"))));
+        ++executed;
+    }
+    EXPECT_GE(executed, 3);
+}
+
+TEST(InspectProgram, TakesAHandleAndSaysWhenThereIsNoWindow) {
+    const PracticeWindow target;
+    const std::string handle = Hex(target.Handle());
+    EXPECT_EQ(0U, RunTool({L"inspect", L"--handle", L"0x" + std::wstring(handle.begin(), handle.end())}).code);
+    EXPECT_EQ(1U, RunTool({L"inspect", L"--handle", L"DEAD"}).code);
+    EXPECT_EQ(2U, RunTool({L"inspect", L"--handle", L"window"}).code);
+    EXPECT_EQ(1U, RunTool({L"inspect", L"NoSuchClass", L"x"}).code);
+    EXPECT_EQ(2U, RunTool({L"inspect"}).code);
+}
+
+}  // namespace
+}  // namespace dialwright::testing

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "check/finding.h"
+#include "check/source_text.h"
+
+namespace dialwright::tools {
+
+/// Every finding in a script, in the order of its lines. There is a DW1xx finding if and only if the library's
+/// ValidateScript refuses the pure script.
+[[nodiscard]] std::vector<Finding> CheckScript(const SourceText& source);
+
+/// All rules there are, by code.
+[[nodiscard]] std::span<const Rule> AllRules();
+
+}  // namespace dialwright::tools

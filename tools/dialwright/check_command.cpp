@@ -1,0 +1,73 @@
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "check/check.h"
+#include "check_formats.h"
+#include "input.h"
+#include "platform/text_encoding.h"
+#include "subcommand.h"
+
+#include <CLI/CLI.hpp>
+
+namespace dialwright::tools {
+namespace {
+
+struct Options {
+    std::vector<std::string> files;
+    std::string format = "text";
+    std::vector<std::string> disabled;
+    bool emit = false;
+};
+
+bool IsDisabled(const Options& options, const Finding& finding) {
+    return std::ranges::find(options.disabled, std::string(finding.code)) != options.disabled.end();
+}
+
+CheckedFile CheckOne(const Options& options, const std::string& file, const SourceText& source) {
+    CheckedFile checked{.file = file, .findings = CheckScript(source)};
+    std::erase_if(checked.findings, [&](const Finding& finding) { return IsDisabled(options, finding); });
+    return checked;
+}
+
+int Check(const Options& options) {
+    std::vector<CheckedFile> files;
+    bool found = false;
+    for (const std::string& file : options.files) {
+        const auto bytes = ReadInput(file);
+        if (!bytes) {
+            std::fprintf(stderr, "dialwright: %s cannot be read\n", file.c_str());
+            return kUsage;
+        }
+        const SourceText source = ReadSource(*bytes);
+        if (options.emit) {
+            WriteOutput(ToUtf8(PureScript(source)));
+            continue;
+        }
+        files.push_back(CheckOne(options, file == "-" ? "<stdin>" : file, source));
+        found = found || !files.back().findings.empty();
+    }
+    if (!options.emit) WriteOutput(FormatFindings(options.format, files));
+    return found ? kFound : kDone;
+}
+
+}  // namespace
+
+Action DefineCheck(CLI::App& command) {
+    const auto options = std::make_shared<Options>();
+    command.add_option("files", options->files, "scripts in UTF-8; - is standard input")->required();
+    command.add_option("--format", options->format, "how findings are printed")
+        ->check(CLI::IsMember({"text", "json", "sarif", "github"}));
+    command.add_option("--disable", options->disabled, "a code that is not reported, such as DW390");
+    command.add_flag("--emit", options->emit, "prints the script as the library takes it, without comments");
+    command.footer(
+        "Each finding is file:line:column: error|warning CODE: text. DW1xx: the library refuses the script. DW2xx: the\n"
+        "line must fail when it runs. DW3xx: it works, but hardly as it was meant.\n\n"
+        "  dialwright check sign-in.txt\n"
+        "  dialwright check --format github scripts/*.txt\n\n"
+        "Exit codes: 0 nothing found, 1 findings, 2 usage or a file that cannot be read.");
+    return [options] { return Check(*options); };
+}
+
+}  // namespace dialwright::tools

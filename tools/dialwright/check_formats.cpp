@@ -1,0 +1,117 @@
+#include "check_formats.h"
+
+#include <functional>
+#include <map>
+#include <string_view>
+
+#include "check/check.h"
+#include "printable.h"
+
+#include <nlohmann/json.hpp>
+
+namespace dialwright::tools {
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Files = std::vector<CheckedFile>;
+
+const char* LevelName(const Finding& finding) { return finding.Level() == Severity::Error ? "error" : "warning"; }
+
+std::string AsText(const Files& files) {
+    std::string text;
+    for (const CheckedFile& file : files) {
+        for (const Finding& finding : file.findings) {
+            text += file.file + ":" + std::to_string(finding.line) + ":" + std::to_string(finding.column) + ": " +
+                    LevelName(finding) + " " + std::string(finding.code) + ": " + Printable(finding.text) + "\n";
+        }
+    }
+    return text;
+}
+
+/// The few characters that end a value of a workflow command.
+std::string EscapeForGithub(std::string_view text, bool isProperty) {
+    std::string escaped;
+    for (const char c : text) {
+        const bool special = c == '%' || (isProperty && (c == ':' || c == ','));
+        constexpr std::string_view kHex = "0123456789ABCDEF";
+        if (special) {
+            const auto byte = static_cast<unsigned char>(c);
+            escaped += {'%', kHex[byte >> 4U], kHex[byte & 0xFU]};
+        } else {
+            escaped.push_back(c);
+        }
+    }
+    return escaped;
+}
+
+std::string AsGithub(const Files& files) {
+    std::string text;
+    for (const CheckedFile& file : files) {
+        for (const Finding& finding : file.findings) {
+            text += std::string("::") + LevelName(finding) + " file=" + EscapeForGithub(file.file, true) +
+                    ",line=" + std::to_string(finding.line) + ",col=" + std::to_string(finding.column) +
+                    ",title=" + std::string(finding.code) + "::" + EscapeForGithub(Printable(finding.text), false) +
+                    "\n";
+        }
+    }
+    return text;
+}
+
+std::string Dump(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
+
+std::string AsJson(const Files& files) {
+    Json all = {{"schema", 1}, {"files", Json::array()}};
+    for (const CheckedFile& file : files) {
+        Json findings = Json::array();
+        for (const Finding& finding : file.findings) {
+            findings.push_back({{"code", finding.code},
+                                {"severity", LevelName(finding)},
+                                {"line", finding.line},
+                                {"column", finding.column},
+                                {"length", finding.length},
+                                {"text", Printable(finding.text)}});
+        }
+        all["files"].push_back({{"file", file.file}, {"findings", findings}});
+    }
+    return Dump(all);
+}
+
+Json SarifRules() {
+    Json rules = Json::array();
+    for (const Rule& rule : AllRules()) {
+        rules.push_back({{"id", rule.code}, {"name", rule.name}, {"shortDescription", {{"text", rule.summary}}}});
+    }
+    return rules;
+}
+
+Json SarifResult(const CheckedFile& file, const Finding& finding) {
+    const Json region = {
+        {"startLine", finding.line}, {"startColumn", finding.column}, {"endColumn", finding.column + finding.length}};
+    return {{"ruleId", finding.code},
+            {"level", LevelName(finding)},
+            {"message", {{"text", Printable(finding.text)}}},
+            {"locations",
+             Json::array({{{"physicalLocation", {{"artifactLocation", {{"uri", file.file}}}, {"region", region}}}}})}};
+}
+
+std::string AsSarif(const Files& files) {
+    Json results = Json::array();
+    for (const CheckedFile& file : files) {
+        for (const Finding& finding : file.findings) results.push_back(SarifResult(file, finding));
+    }
+    const Json driver = {{"name", "dialwright"}, {"version", DIALWRIGHT_VERSION}, {"rules", SarifRules()}};
+    const Json run = {{"tool", {{"driver", driver}}}, {"columnKind", "utf16CodeUnits"}, {"results", results}};
+    return Dump({{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
+                 {"version", "2.1.0"},
+                 {"runs", Json::array({run})}});
+}
+
+}  // namespace
+
+std::string FormatFindings(const std::string& format, const std::vector<CheckedFile>& files) {
+    static const std::map<std::string, std::function<std::string(const Files&)>> kFormats = {
+        {"text", &AsText}, {"github", &AsGithub}, {"json", &AsJson}, {"sarif", &AsSarif}};
+    return kFormats.at(format)(files);
+}
+
+}  // namespace dialwright::tools

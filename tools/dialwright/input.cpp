@@ -1,0 +1,40 @@
+#include "input.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "platform/windows.h"
+
+#include <fcntl.h>
+#include <io.h>
+
+namespace dialwright::tools {
+
+std::optional<std::string> ReadInput(const std::string& path) {
+    if (path == "-") {
+        ::_setmode(::_fileno(stdin), _O_BINARY);
+        std::string text;
+        for (int c = std::fgetc(stdin); c != EOF; c = std::fgetc(stdin)) text.push_back(static_cast<char>(c));
+        return text;
+    }
+    std::ifstream file(std::filesystem::path(std::u8string(path.begin(), path.end())), std::ios::binary);
+    if (!file) return std::nullopt;
+    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+void WriteOutput(std::string_view text) {
+    ::_setmode(::_fileno(stdout), _O_BINARY);
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fflush(stdout);
+}
+
+std::wstring Wide(std::string_view utf8) {
+    std::wstring text(utf8.size(), L'\0');
+    text.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()),
+                                                               text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+}  // namespace dialwright::tools

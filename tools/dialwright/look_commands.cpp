@@ -1,0 +1,144 @@
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "input.h"
+#include "look_formats.h"
+#include "platform/dpi.h"
+#include "subcommand.h"
+
+#include <CLI/CLI.hpp>
+
+namespace dialwright::tools {
+namespace {
+
+struct Options {
+    std::string className;
+    std::string title;
+    std::string handle;
+    bool literal = false;
+    bool unique = false;
+    bool json = false;
+
+    [[nodiscard]] WindowCriteria Criteria() const {
+        return {.className = Wide(className), .title = Wide(title), .literal = literal};
+    }
+};
+
+using SharedOptions = std::shared_ptr<Options>;
+
+void AddCriteria(CLI::App& command, const SharedOptions& options, bool required) {
+    command.add_option("class", options->className, "the window's class, as a command names it")->required(required);
+    command.add_option("title", options->title, "the window's title, as a command names it")->required(required);
+    command.add_flag("--literal", options->literal, "compare as a command with .NonRegex does");
+}
+
+void AddJson(CLI::App& command, const SharedOptions& options) {
+    command.add_flag("--json", options->json, "print JSON");
+}
+
+/// The windows that a command with these criteria could take; the first of them is the one.
+std::vector<WindowInfo> Matching(const Options& options) {
+    const WindowMatcher matcher(options.Criteria());
+    std::vector<WindowInfo> windows = ListTopLevelWindows();
+    std::erase_if(windows, [&](const WindowInfo& window) { return !matcher.Takes(window); });
+    return windows;
+}
+
+int ComplainOfExpression(const std::regex_error& error) {
+    std::fprintf(stderr, "dialwright: class or title is no valid expression: %s\n", error.what());
+    return kUsage;
+}
+
+int ShowWindows(const Options& options) {
+    WriteOutput(FormatWindows(ListTopLevelWindows(), options.json));
+    return kDone;
+}
+
+int Match(const Options& options) {
+    try {
+        const std::vector<WindowInfo> windows = Matching(options);
+        WriteOutput(FormatMatches(windows, options.json));
+        return windows.empty() || (options.unique && windows.size() > 1) ? kFound : kDone;
+    } catch (const std::regex_error& error) {
+        return ComplainOfExpression(error);
+    }
+}
+
+WindowInfo WindowToInspect(const Options& options) {
+    if (!options.handle.empty()) {
+        return ReadWindow(reinterpret_cast<HWND>(std::strtoull(options.handle.c_str(), nullptr, 16)));
+    }
+    const std::vector<WindowInfo> windows = Matching(options);
+    return windows.empty() ? WindowInfo() : windows.front();
+}
+
+int Inspect(const Options& options) {
+    if (options.handle.empty() && (options.className.empty() || options.title.empty())) {
+        std::fprintf(stderr, "dialwright: inspect wants a class and a title, or --handle\n");
+        return kUsage;
+    }
+    try {
+        const WindowInfo window = WindowToInspect(options);
+        if (window.handle == nullptr) {
+            std::fprintf(stderr, "dialwright: there is no such window; dialwright windows lists all\n");
+            return kFound;
+        }
+        WriteOutput(FormatControls(window, ReadControls(window.handle), options.json));
+        return kDone;
+    } catch (const std::regex_error& error) {
+        return ComplainOfExpression(error);
+    }
+}
+
+/// Empty, or what is wrong.
+std::string IsHexadecimal(const std::string& text) {
+    const std::size_t begin = text.starts_with("0x") || text.starts_with("0X") ? 2 : 0;
+    const bool right = text.size() > begin && text.size() <= begin + 16 &&
+                       text.find_first_not_of("0123456789abcdefABCDEF", begin) == std::string::npos;
+    return right ? "" : text + " is no hexadecimal number";
+}
+
+template <class Command>
+Action Bind(const SharedOptions& options, Command command) {
+    return [options, command] {
+        // The rectangles of the library are physical pixels.
+        RequestPerMonitorDpiAwareness();
+        return command(*options);
+    };
+}
+
+}  // namespace
+
+Action DefineWindows(CLI::App& command) {
+    const auto options = std::make_shared<Options>();
+    AddJson(command, options);
+    command.footer("In the order in which the library looks at them: the first that matches a command is taken.");
+    return Bind(options, &ShowWindows);
+}
+
+Action DefineMatch(CLI::App& command) {
+    const auto options = std::make_shared<Options>();
+    AddCriteria(command, options, true);
+    command.add_flag("--unique", options->unique, "several windows that match count as none");
+    AddJson(command, options);
+    command.footer("Exit codes: 0 a window matches, 1 none (or several, with --unique), 2 usage.");
+    return Bind(options, &Match);
+}
+
+Action DefineInspect(CLI::App& command) {
+    const auto options = std::make_shared<Options>();
+    AddCriteria(command, options, false);
+    command.add_option("--handle", options->handle, "the window's handle in hexadecimal, in place of class and title")
+        ->check(IsHexadecimal);
+    AddJson(command, options);
+    command.footer(
+        "  dialwright inspect Notepad \".*Notepad\"\n\n"
+        "Exit codes: 0 shown, 1 there is no such window, 2 usage.");
+    return Bind(options, &Inspect);
+}
+
+}  // namespace dialwright::tools

@@ -1,0 +1,117 @@
+#include "look_formats.h"
+
+#include "look/ready_commands.h"
+#include "printable.h"
+#include "window/describe.h"
+
+#include <nlohmann/json.hpp>
+
+namespace dialwright::tools {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string Dump(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
+
+Json ToJson(const Rectangle& rectangle) {
+    return {{"left", rectangle.left}, {"top", rectangle.top}, {"right", rectangle.right}, {"bottom", rectangle.bottom}};
+}
+
+Json ToJson(const std::vector<std::wstring>& lines) {
+    Json all = Json::array();
+    for (const std::wstring& line : lines) all.push_back(Printable(line));
+    return all;
+}
+
+Json ToJson(const WindowInfo& window) {
+    return {{"handle", Printable(FormatHandleHex(window.handle))},
+            {"class", Printable(window.className)},
+            {"title", Printable(window.title)},
+            {"processId", window.processId},
+            {"program", Printable(window.program)},
+            {"frame", ToJson(window.frame)},
+            {"visible", window.visible},
+            {"enabled", window.enabled},
+            {"minimized", window.minimized},
+            {"hung", window.hung}};
+}
+
+Json ToJson(const WindowInfo& window, const ControlInfo& control) {
+    return {{"path", Printable(control.path)},
+            {"id", control.id},
+            {"idFindsIt", control.idIsOurs},
+            {"class", Printable(control.className)},
+            {"kind", NameOf(control.kind)},
+            {"text", Printable(control.text)},
+            {"rectangle", ToJson(control.rectangle)},
+            {"visible", control.visible},
+            {"enabled", control.enabled},
+            {"commands", ToJson(ReadyCommands(window, control))}};
+}
+
+std::string StateOf(const WindowInfo& window) {
+    std::string state = window.visible ? "" : " hidden";
+    if (!window.enabled) state += " disabled";
+    if (window.minimized) state += " minimized";
+    if (window.hung) state += " hung";
+    return state;
+}
+
+std::string LineOf(const WindowInfo& window) {
+    return "0x" + Printable(FormatHandleHex(window.handle)) + "  " + Printable(window.className) + "  \"" +
+           Printable(window.title) + "\"  " + Printable(window.program) + " " + std::to_string(window.processId) +
+           "  " + Printable(FormatRectangle(window.frame)) + StateOf(window) + "\n";
+}
+
+std::string LineOf(const ControlInfo& control) {
+    std::string line(static_cast<std::size_t>(control.depth) * 2, ' ');
+    line += Printable(control.path) + "  " + NameOf(control.kind) + "  ID " + std::to_string(control.id) + "  " +
+            Printable(control.className) + "  \"" + Printable(control.text) + "\"  " +
+            Printable(FormatRectangle(control.rectangle));
+    if (!control.visible) line += " hidden";
+    if (!control.enabled) line += " disabled";
+    return line + "\n";
+}
+
+Json ListOf(const std::vector<WindowInfo>& windows) {
+    Json all = Json::array();
+    for (const WindowInfo& window : windows) all.push_back(ToJson(window));
+    return all;
+}
+
+}  // namespace
+
+std::string FormatWindows(const std::vector<WindowInfo>& windows, bool json) {
+    if (json) return Dump({{"schema", 1}, {"windows", ListOf(windows)}});
+    std::string text;
+    for (const WindowInfo& window : windows) text += LineOf(window);
+    return text;
+}
+
+std::string FormatMatches(const std::vector<WindowInfo>& windows, bool json) {
+    if (json) return Dump({{"schema", 1}, {"matches", ListOf(windows)}});
+    std::string text;
+    for (const WindowInfo& window : windows) text += (text.empty() ? "taken   " : "also    ") + LineOf(window);
+    return text;
+}
+
+std::string FormatControls(const WindowInfo& window, const std::vector<ControlInfo>& controls, bool json) {
+    if (json) {
+        Json all = Json::array();
+        for (const ControlInfo& control : controls) all.push_back(ToJson(window, control));
+        return Dump({{"schema", 1},
+                     {"window", ToJson(window)},
+                     {"commands", ToJson(ReadyWindowCommands(window))},
+                     {"controls", all}});
+    }
+    std::string text = LineOf(window);
+    for (const std::wstring& line : ReadyWindowCommands(window)) text += "    " + Printable(line) + "\n";
+    for (const ControlInfo& control : controls) {
+        text += LineOf(control);
+        const std::string indent(static_cast<std::size_t>(control.depth) * 2 + 4, ' ');
+        for (const std::wstring& line : ReadyCommands(window, control)) text += indent + Printable(line) + "\n";
+    }
+    return text;
+}
+
+}  // namespace dialwright::tools

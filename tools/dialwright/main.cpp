@@ -1,0 +1,54 @@
+// The program around the library.
+
+#include <cstdio>
+#include <exception>
+#include <map>
+
+#include "subcommand.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+using namespace dialwright::tools;
+
+struct Row {
+    const char* name;
+    const char* help;
+    DefineSubcommand define;
+};
+
+constexpr Row kSubcommands[] = {
+    {"check", "finds what is wrong or doubtful in scripts, without touching a window", &DefineCheck},
+    {"inspect", "shows a window's controls, and the commands that act on them", &DefineInspect},
+    {"match", "tells which window a class and a title name", &DefineMatch},
+    {"windows", "lists the top-level windows", &DefineWindows},
+};
+
+int RunProgram(int count, char** values) {
+    CLI::App app("Drives the windows of other programs by scripts of one command a line.", "dialwright");
+    app.require_subcommand(1);
+    app.set_version_flag("--version", DIALWRIGHT_VERSION);
+    std::map<const CLI::App*, Action> actions;
+    for (const Row& row : kSubcommands) {
+        CLI::App* const command = app.add_subcommand(row.name, row.help);
+        actions[command] = row.define(*command);
+    }
+    try {
+        app.parse(count, values);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? kDone : kUsage;
+    }
+    return actions.at(app.get_subcommands().front())();
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    try {
+        return RunProgram(count, values);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "dialwright: %s\n", error.what());
+        return kInternal;
+    }
+}

@@ -1,0 +1,15 @@
+#include "printable.h"
+
+#include "platform/text_encoding.h"
+
+namespace dialwright::tools {
+
+std::string Printable(std::wstring_view text) {
+    std::wstring clean(text);
+    for (wchar_t& unit : clean) {
+        if (unit < 0x20 || (unit >= 0x7F && unit < 0xA0)) unit = L'\xFFFD';
+    }
+    return ToUtf8(clean);
+}
+
+}  // namespace dialwright::tools

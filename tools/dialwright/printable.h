@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace dialwright::tools {
+
+/// Text of a script or a window in UTF-8, with U+FFFD for control characters: none of them reaches a terminal or a log.
+[[nodiscard]] std::string Printable(std::wstring_view text);
+
+}  // namespace dialwright::tools
