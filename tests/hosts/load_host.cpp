@@ -72,7 +72,6 @@ int RunCycles(int count, const std::string& way) {
         ::FreeLibrary(library);
     };
     for (int number = 0; number < 3; ++number) cycle(-1);
-    ::Sleep(200);  // what the first cycles have begun may end
     const ProcessFigures before = ProcessFigures::Now();
     for (int number = 0; number < count; ++number) cycle(number);
     ProcessFigures after = ProcessFigures::Now();

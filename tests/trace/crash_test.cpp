@@ -17,7 +17,8 @@ namespace {
 
 using testing::ChildProcess;
 
-constexpr DWORD kDumpPatienceMs = 150000;
+// Less than the time limit of a test, so that a hang is told as what it is.
+constexpr DWORD kDumpPatienceMs = 100000;
 
 std::wstring Wide(const std::string& text) { return {text.begin(), text.end()}; }
 
