@@ -37,8 +37,13 @@ HANDLE Start(std::wstring commandLine, HANDLE input, HANDLE output) {
     startup.hStdOutput = output;
     startup.hStdError = output;
     PROCESS_INFORMATION started{};
-    const BOOL ok =
-        ::CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started);
+    const auto create = [&] {
+        return ::CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                                &started);
+    };
+    BOOL ok = create();
+    // A new process of Wine's now and then ends before its first instruction (seen once in some ten thousand starts).
+    if (!ok && ::GetLastError() == ERROR_INTERNAL_ERROR) ok = create();
     if (!ok) throw std::runtime_error("the program cannot be started: error " + std::to_string(::GetLastError()));
     ::CloseHandle(started.hThread);
     return started.hProcess;

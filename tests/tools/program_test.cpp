@@ -4,39 +4,17 @@
 #include <vector>
 
 #include "platform/text_encoding.h"
+#include "run_tool.h"
 #include "script/dialog_script_manager.h"
-#include "support/child_process.h"
 #include "support/log_capture.h"
 #include "support/practice_window.h"
 #include "support/temporary_folder.h"
-#include "support/wait.h"
 #include "support/windows_of_others.h"
 
 #include <nlohmann/json.hpp>
 
 namespace dialwright::testing {
 namespace {
-
-struct Ended {
-    std::optional<DWORD> code;
-    std::vector<std::string> lines;
-
-    [[nodiscard]] std::string Text() const {
-        std::string text;
-        for (const std::string& line : lines) text += line + "\n";
-        return text;
-    }
-};
-
-Ended RunTool(const std::vector<std::wstring>& arguments, const std::string& input = "") {
-    ChildProcess process(L"dialwright.exe", arguments);
-    if (!input.empty()) process.WriteLine(input);
-    process.CloseInput();
-    Ended ended;
-    while (auto line = process.ReadLine(kPatienceMs)) ended.lines.push_back(*line);
-    ended.code = process.WaitForExit(kPatienceMs);
-    return ended;
-}
 
 class CheckProgram : public ::testing::Test {
 protected:

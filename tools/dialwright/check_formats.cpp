@@ -5,14 +5,12 @@
 #include <string_view>
 
 #include "check/check.h"
+#include "json_text.h"
 #include "printable.h"
-
-#include <nlohmann/json.hpp>
 
 namespace dialwright::tools {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using Files = std::vector<CheckedFile>;
 
 const char* LevelName(const Finding& finding) { return finding.Level() == Severity::Error ? "error" : "warning"; }
@@ -57,8 +55,6 @@ std::string AsGithub(const Files& files) {
     return text;
 }
 
-std::string Dump(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
-
 std::string AsJson(const Files& files) {
     Json all = {{"schema", 1}, {"files", Json::array()}};
     for (const CheckedFile& file : files) {
@@ -73,7 +69,7 @@ std::string AsJson(const Files& files) {
         }
         all["files"].push_back({{"file", file.file}, {"findings", findings}});
     }
-    return Dump(all);
+    return JsonText(all);
 }
 
 Json SarifRules() {
@@ -101,9 +97,9 @@ std::string AsSarif(const Files& files) {
     }
     const Json driver = {{"name", "dialwright"}, {"version", DIALWRIGHT_VERSION}, {"rules", SarifRules()}};
     const Json run = {{"tool", {{"driver", driver}}}, {"columnKind", "utf16CodeUnits"}, {"results", results}};
-    return Dump({{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
-                 {"version", "2.1.0"},
-                 {"runs", Json::array({run})}});
+    return JsonText({{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
+                     {"version", "2.1.0"},
+                     {"runs", Json::array({run})}});
 }
 
 }  // namespace

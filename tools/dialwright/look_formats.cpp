@@ -1,17 +1,12 @@
 #include "look_formats.h"
 
+#include "json_text.h"
 #include "look/ready_commands.h"
 #include "printable.h"
 #include "window/describe.h"
 
-#include <nlohmann/json.hpp>
-
 namespace dialwright::tools {
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-std::string Dump(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n"; }
 
 Json ToJson(const Rectangle& rectangle) {
     return {{"left", rectangle.left}, {"top", rectangle.top}, {"right", rectangle.right}, {"bottom", rectangle.bottom}};
@@ -82,14 +77,14 @@ Json ListOf(const std::vector<WindowInfo>& windows) {
 }  // namespace
 
 std::string FormatWindows(const std::vector<WindowInfo>& windows, bool json) {
-    if (json) return Dump({{"schema", 1}, {"windows", ListOf(windows)}});
+    if (json) return JsonText({{"schema", 1}, {"windows", ListOf(windows)}});
     std::string text;
     for (const WindowInfo& window : windows) text += LineOf(window);
     return text;
 }
 
 std::string FormatMatches(const std::vector<WindowInfo>& windows, bool json) {
-    if (json) return Dump({{"schema", 1}, {"matches", ListOf(windows)}});
+    if (json) return JsonText({{"schema", 1}, {"matches", ListOf(windows)}});
     std::string text;
     for (const WindowInfo& window : windows) text += (text.empty() ? "taken   " : "also    ") + LineOf(window);
     return text;
@@ -99,10 +94,10 @@ std::string FormatControls(const WindowInfo& window, const std::vector<ControlIn
     if (json) {
         Json all = Json::array();
         for (const ControlInfo& control : controls) all.push_back(ToJson(window, control));
-        return Dump({{"schema", 1},
-                     {"window", ToJson(window)},
-                     {"commands", ToJson(ReadyWindowCommands(window))},
-                     {"controls", all}});
+        return JsonText({{"schema", 1},
+                         {"window", ToJson(window)},
+                         {"commands", ToJson(ReadyWindowCommands(window))},
+                         {"controls", all}});
     }
     std::string text = LineOf(window);
     for (const std::wstring& line : ReadyWindowCommands(window)) text += "    " + Printable(line) + "\n";

@@ -13,7 +13,10 @@ namespace dialwright::tools {
 inline constexpr int kDone = 0;
 inline constexpr int kFound = 1;
 inline constexpr int kUsage = 2;
+inline constexpr int kEnvironment = 3;
+inline constexpr int kWatchdog = 4;
 inline constexpr int kInternal = 5;
+inline constexpr int kInterrupted = 130;
 
 /// Carries the subcommand out, with the options that were read, and returns the exit code.
 using Action = std::function<int()>;
