@@ -92,6 +92,8 @@ void RunWindowCommand(HWND window, const std::wstring& verb, std::wistringstream
         int show = 0;
         words >> show;
         ::ShowWindow(window, show);
+    } else if (verb == L"close") {
+        ::DestroyWindow(window);
     } else if (verb == L"front") {
         ::SetForegroundWindow(window);
     } else if (verb == L"place") {

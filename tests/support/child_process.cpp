@@ -23,9 +23,22 @@ Pipe MakePipe() {
     return pipe;
 }
 
+/// In quotes, so that the program finds exactly this text among its arguments.
+std::wstring Quoted(const std::wstring& argument) {
+    std::wstring quoted = L"\"";
+    std::size_t backslashes = 0;
+    for (const wchar_t unit : argument) {
+        // Those before a quote count twice.
+        if (unit == L'"') quoted.append(backslashes + 1, L'\\');
+        backslashes = unit == L'\\' ? backslashes + 1 : 0;
+        quoted.push_back(unit);
+    }
+    return quoted.append(backslashes, L'\\') + L"\"";
+}
+
 std::wstring CommandLine(const std::wstring& program, const std::vector<std::wstring>& arguments) {
-    std::wstring line = L"\"" + program + L"\"";
-    for (const std::wstring& argument : arguments) line += L" \"" + argument + L"\"";
+    std::wstring line = Quoted(program);
+    for (const std::wstring& argument : arguments) line += L" " + Quoted(argument);
     return line;
 }
 

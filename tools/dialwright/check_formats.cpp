@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "check/check.h"
+#include "github.h"
 #include "json_text.h"
 #include "printable.h"
 
@@ -26,30 +27,16 @@ std::string AsText(const Files& files) {
     return text;
 }
 
-/// The few characters that end a value of a workflow command.
-std::string EscapeForGithub(std::string_view text, bool isProperty) {
-    std::string escaped;
-    for (const char c : text) {
-        const bool special = c == '%' || (isProperty && (c == ':' || c == ','));
-        constexpr std::string_view kHex = "0123456789ABCDEF";
-        if (special) {
-            const auto byte = static_cast<unsigned char>(c);
-            escaped += {'%', kHex[byte >> 4U], kHex[byte & 0xFU]};
-        } else {
-            escaped.push_back(c);
-        }
-    }
-    return escaped;
-}
-
 std::string AsGithub(const Files& files) {
     std::string text;
     for (const CheckedFile& file : files) {
         for (const Finding& finding : file.findings) {
-            text += std::string("::") + LevelName(finding) + " file=" + EscapeForGithub(file.file, true) +
-                    ",line=" + std::to_string(finding.line) + ",col=" + std::to_string(finding.column) +
-                    ",title=" + std::string(finding.code) + "::" + EscapeForGithub(Printable(finding.text), false) +
-                    "\n";
+            text += GithubAnnotation({.level = LevelName(finding),
+                                      .file = file.file,
+                                      .line = finding.line,
+                                      .column = finding.column,
+                                      .title = std::string(finding.code),
+                                      .text = Printable(finding.text)});
         }
     }
     return text;

@@ -1,7 +1,6 @@
 #include "input.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -19,7 +18,7 @@ std::optional<std::string> ReadInput(const std::string& path) {
         for (int c = std::fgetc(stdin); c != EOF; c = std::fgetc(stdin)) text.push_back(static_cast<char>(c));
         return text;
     }
-    std::ifstream file(std::filesystem::path(std::u8string(path.begin(), path.end())), std::ios::binary);
+    std::ifstream file(FilePath(path), std::ios::binary);
     if (!file) return std::nullopt;
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
@@ -36,5 +35,7 @@ std::wstring Wide(std::string_view utf8) {
                                                                text.data(), static_cast<int>(text.size()))));
     return text;
 }
+
+std::filesystem::path FilePath(const std::string& utf8) { return std::u8string(utf8.begin(), utf8.end()); }
 
 }  // namespace dialwright::tools

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,5 +14,8 @@ namespace dialwright::tools {
 void WriteOutput(std::string_view text);
 
 [[nodiscard]] std::wstring Wide(std::string_view utf8);
+
+/// A path that was given in UTF-8.
+[[nodiscard]] std::filesystem::path FilePath(const std::string& utf8);
 
 }  // namespace dialwright::tools

@@ -21,13 +21,16 @@ struct Row {
 constexpr Row kSubcommands[] = {
     {"check", "finds what is wrong or doubtful in scripts, without touching a window", &DefineCheck},
     {"inspect", "shows a window's controls, and the commands that act on them", &DefineInspect},
+    {"launch", "starts a program and prints its process ID", &DefineLaunch},
     {"match", "tells which window a class and a title name", &DefineMatch},
+    {"run", "carries scripts out and tells of each line how it went", &DefineRun},
     {"windows", "lists the top-level windows", &DefineWindows},
 };
 
 int RunProgram(int count, char** values) {
     CLI::App app("Drives the windows of other programs by scripts of one command a line.", "dialwright");
     app.require_subcommand(1);
+    app.allow_windows_style_options(false);  // a path may begin with a slash
     app.set_version_flag("--version", DIALWRIGHT_VERSION);
     std::map<const CLI::App*, Action> actions;
     for (const Row& row : kSubcommands) {

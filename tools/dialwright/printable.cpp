@@ -1,5 +1,6 @@
 #include "printable.h"
 
+#include "input.h"
 #include "platform/text_encoding.h"
 
 namespace dialwright::tools {
@@ -11,5 +12,7 @@ std::string Printable(std::wstring_view text) {
     }
     return ToUtf8(clean);
 }
+
+std::string Printable(std::string_view utf8) { return Printable(std::wstring_view(Wide(utf8))); }
 
 }  // namespace dialwright::tools

@@ -26,7 +26,9 @@ using DefineSubcommand = Action (*)(CLI::App& command);
 
 Action DefineCheck(CLI::App& command);
 Action DefineInspect(CLI::App& command);
+Action DefineLaunch(CLI::App& command);
 Action DefineMatch(CLI::App& command);
+Action DefineRun(CLI::App& command);
 Action DefineWindows(CLI::App& command);
 
 }  // namespace dialwright::tools

@@ -24,18 +24,37 @@ std::wstring ProgramOf(DWORD processId) {
     return whole.substr(whole.rfind(L'\\') + 1);
 }
 
+std::wstring ClassOf(HWND window) {
+    std::array<wchar_t, kTextUnits> text{};
+    ::GetClassNameW(window, text.data(), kTextUnits);
+    return text.data();
+}
+
+std::wstring TitleOf(HWND window) {
+    std::array<wchar_t, kTextUnits> text{};
+    ::GetWindowTextW(window, text.data(), kTextUnits);
+    return text.data();
+}
+
+std::vector<HWND> TopLevelWindows() {
+    std::vector<HWND> handles;
+    ::EnumWindows(
+        [](HWND window, LPARAM list) noexcept -> BOOL {
+            reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&handles));
+    return handles;
+}
+
 }  // namespace
 
 WindowInfo ReadWindow(HWND window) {
     if (!::IsWindow(window)) return {};
     WindowInfo info;
     info.handle = window;
-    std::array<wchar_t, kTextUnits> text{};
-    ::GetClassNameW(window, text.data(), kTextUnits);
-    info.className = text.data();
-    text.fill(L'\0');
-    ::GetWindowTextW(window, text.data(), kTextUnits);
-    info.title = text.data();
+    info.className = ClassOf(window);
+    info.title = TitleOf(window);
     ::GetWindowThreadProcessId(window, &info.processId);
     info.program = ProgramOf(info.processId);
     RECT frame{};
@@ -49,15 +68,8 @@ WindowInfo ReadWindow(HWND window) {
 }
 
 std::vector<WindowInfo> ListTopLevelWindows() {
-    std::vector<HWND> handles;
-    ::EnumWindows(
-        [](HWND window, LPARAM list) noexcept -> BOOL {
-            reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&handles));
     std::vector<WindowInfo> windows;
-    for (const HWND handle : handles) {
+    for (const HWND handle : TopLevelWindows()) {
         WindowInfo info = ReadWindow(handle);
         if (info.handle != nullptr) windows.push_back(std::move(info));
     }
@@ -70,13 +82,20 @@ WindowMatcher::WindowMatcher(WindowCriteria criteria) : wanted(std::move(criteri
     classExpression = CompileCriterion(wanted.className, StackBytesLeft());
 }
 
-bool WindowMatcher::Takes(const WindowInfo& window) const {
-    if (wanted.literal) {
-        return ContainsLiteral(window.title.c_str(), wanted.title) &&
-               EqualsLiteral(window.className.c_str(), wanted.className);
+bool WindowMatcher::Takes(const WindowInfo& window) const { return Takes(window.className, window.title); }
+
+HWND WindowMatcher::FirstMatch() const {
+    for (const HWND window : TopLevelWindows()) {
+        if (Takes(ClassOf(window), TitleOf(window))) return window;
     }
-    return MatchesWhole(window.title.c_str(), titleExpression) &&
-           MatchesWhole(window.className.c_str(), classExpression);
+    return nullptr;
+}
+
+bool WindowMatcher::Takes(const std::wstring& className, const std::wstring& title) const {
+    if (wanted.literal) {
+        return ContainsLiteral(title.c_str(), wanted.title) && EqualsLiteral(className.c_str(), wanted.className);
+    }
+    return MatchesWhole(title.c_str(), titleExpression) && MatchesWhole(className.c_str(), classExpression);
 }
 
 }  // namespace dialwright::tools

@@ -46,7 +46,12 @@ public:
     /// Throws std::regex_error where an expression explodes.
     [[nodiscard]] bool Takes(const WindowInfo& window) const;
 
+    /// The window that the library would take now, or null. Throws as Takes.
+    [[nodiscard]] HWND FirstMatch() const;
+
 private:
+    [[nodiscard]] bool Takes(const std::wstring& className, const std::wstring& title) const;
+
     WindowCriteria wanted;
     std::wregex titleExpression;
     std::wregex classExpression;

@@ -1,0 +1,19 @@
+#include "own_files.h"
+
+#include <string>
+#include <system_error>
+
+#include "platform/windows.h"
+
+namespace dialwright::tools {
+
+std::filesystem::path OwnFolder() {
+    constexpr DWORD kMostUnits = 32768;
+    std::wstring path(kMostUnits, L'\0');
+    path.resize(::GetModuleFileNameW(nullptr, path.data(), kMostUnits));
+    std::error_code failed;
+    const std::filesystem::path real = std::filesystem::canonical(path, failed);
+    return (failed ? std::filesystem::path(path) : real).parent_path();
+}
+
+}  // namespace dialwright::tools

@@ -1,0 +1,61 @@
+#include "run/host_place.h"
+
+#include <string>
+#include <system_error>
+
+#include <shlobj.h>
+
+namespace dialwright::tools {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMostPlaces = 64;
+
+/// Holds the folder for as long as the file is open; a program that dies lets go of it.
+UniqueHandle LockFolder(const fs::path& folder) {
+    const HANDLE file = ::CreateFileW((folder / "in-use").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                      FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    return UniqueHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
+/// The program may be another version than the one that ran there before.
+bool PutProgram(const fs::path& from, const fs::path& to) {
+    std::error_code failed;
+    fs::remove(to, failed);
+    if (failed) return false;
+    if (::CreateHardLinkW(to.c_str(), from.c_str(), nullptr)) return true;
+    return fs::copy_file(from, to, failed);
+}
+
+}  // namespace
+
+HostPlace::HostPlace(const fs::path& program, const fs::path& base) : original(program), program(program) {
+    if (base.empty()) return;
+    for (int number = 1; number <= kMostPlaces; ++number) {
+        const fs::path folder = base / std::to_string(number);
+        std::error_code failed;
+        fs::create_directories(folder, failed);
+        if (failed) return;
+        lock = LockFolder(folder);
+        if (lock == nullptr) continue;
+        this->program = folder / program.filename();
+        if (PutProgram(program, this->program)) return;
+        GiveUp();
+    }
+}
+
+void HostPlace::GiveUp() {
+    lock.reset();
+    program = original;
+}
+
+fs::path UsersHostFolder() {
+    PWSTR folder = nullptr;
+    const bool known = SUCCEEDED(::SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &folder));
+    const fs::path path = known ? fs::path(folder) / "Dialwright" / "hosts" : fs::path();
+    ::CoTaskMemFree(folder);
+    return path;
+}
+
+}  // namespace dialwright::tools

@@ -1,0 +1,166 @@
+#include "run/line_runner.h"
+
+#include <regex>
+#include <span>
+
+#include "run/target.h"
+
+namespace dialwright::tools {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+constexpr milliseconds kLook{50};
+/// How much longer than its timeout a line may take once it acts.
+constexpr milliseconds kGrace{5000};
+constexpr milliseconds kPerCharacter{10};
+
+/// A window command acts as soon as it has its window.
+bool ActsOnWindow(const CommandLine& line) {
+    if (line.command == nullptr) return false;
+    const auto kinds = line.command->Arguments();
+    return kinds.empty() || kinds[0] == ArgumentKind::Position;
+}
+
+milliseconds LimitOf(const CommandLine& line) {
+    const auto typed = line.HasText() ? line.tokens[line.textToken].text.size() : 0;
+    return milliseconds(line.TimeoutMs()) + kGrace + kPerCharacter * static_cast<milliseconds::rep>(typed);
+}
+
+Reason NoAnswer(const CommandLine& line) {
+    return {.code = "target_hung",
+            .sentence = line.HasText() ? "the target did not answer; the text may be typed in part"
+                                       : "the target did not answer; what was asked of it may happen later"};
+}
+
+Reason AccessDenied() {
+    return {.code = "access_denied",
+            .sentence = "the target runs with more rights than this program, and the system drops messages to it"};
+}
+
+/// Where the window is there already, it is seen beforehand that it cannot be reached.
+bool CannotReachTarget(const CommandLine& line) {
+    if (line.command == nullptr || !OthersMayHaveMoreRights()) return false;
+    try {
+        const HWND window = WindowMatcher(line.Criteria()).FirstMatch();
+        return window != nullptr && HasMoreRightsThanWe(window);
+    } catch (const std::regex_error&) {
+        return false;  // the library tells better what is wrong
+    }
+}
+
+}  // namespace
+
+/// One line on its way.
+class LineRunner::Attempt {
+public:
+    Attempt(const Settings& lineSettings, Worker& lineWorker, const std::wstring& text)
+        : settings(lineSettings), worker(lineWorker), line(ReadCommandLine(text)) {
+        if (CannotReachTarget(line)) {
+            result.ending = Ending::Failed;
+            result.reason = AccessDenied();
+            return;
+        }
+        worker.Send({.kind = RequestKind::Execute, .first = text, .second = {}});
+        WaitForEnd();
+        course.Follow(collected.All());
+        Judge();
+        result.window = course.Window();
+        result.control = course.Control();
+        result.messages = collected.All();
+    }
+
+    [[nodiscard]] LineResult Take() { return std::move(result); }
+
+private:
+    void WaitForEnd() {
+        for (Clock::time_point nextLook = begin + kLook; !isOver;) {
+            const auto text = worker.NextLine(static_cast<DWORD>(kLook.count()));
+            if (text) Read(*text);
+            if (isOver || Clock::now() < nextLook) continue;
+            nextLook = Clock::now() + kLook;
+            Look(!text);
+        }
+    }
+
+    void Read(const std::string& text) {
+        const auto answer = ReadAnswer(worker.Word(), text);
+        if (!answer) return collected.Add(text);
+        constexpr double kMicrosecondsPerMillisecond = 1000;
+        result.milliseconds = static_cast<double>(answer->microseconds) / kMicrosecondsPerMillisecond;
+        End(answer->result == 1 ? Ending::Done : Ending::Failed);
+    }
+
+    void End(Ending ending) {
+        result.ending = ending;
+        isOver = true;
+    }
+
+    /// `settled`: nothing more has come for a while, so that the last message is whole.
+    void Look(bool settled) {
+        const auto& all = collected.All();
+        course.Follow(std::span(all).first(all.size() - (settled || all.empty() ? 0 : 1)));
+        const auto waited = std::chrono::duration_cast<milliseconds>(Clock::now() - begin);
+        result.milliseconds = static_cast<double>(waited.count());
+        if (settings.interrupted != nullptr && *settings.interrupted) return End(Ending::Interrupted);
+        if (worker.HasEnded()) return End(Ending::WorkerEnded);
+        if (!LooksAtDialog(waited)) LooksAtLimit(waited);
+        if (!isOver && settings.waiting) settings.waiting(waited);
+    }
+
+    /// Whether a dialog holds the line up, so that no limit counts.
+    bool LooksAtDialog(milliseconds waited) {
+        if (!course.IsClicking()) return false;
+        const auto dialog = watch.Look(course.Window());
+        if (!dialog) return false;
+        if (settings.onModal == OnModal::Wait) return !settings.limit || waited < *settings.limit;
+        result.dialog = *dialog;
+        End(Ending::DialogOpened);
+        return true;
+    }
+
+    void LooksAtLimit(milliseconds waited) {
+        const bool acts = course.IsActing() || (course.Window() != nullptr && ActsOnWindow(line));
+        const bool over = settings.limit ? waited >= *settings.limit : acts && waited >= LimitOf(line);
+        if (over) End(Ending::NoAnswer);
+    }
+
+    void Judge() {
+        const HWND window = course.Window();
+        if (result.ending == Ending::Done && window != nullptr && HasMoreRightsThanWe(window)) {
+            result.ending = Ending::Failed;
+            result.reason = AccessDenied();
+        } else if (result.ending == Ending::Failed) {
+            result.reason = course.WhyItFailed();
+            const bool missed = result.reason.code == "control_not_found" || result.reason.code == "action_failed";
+            if (missed && !::IsWindow(window)) {
+                result.reason = {.code = "window_gone", .sentence = "the window closed while the line ran"};
+            }
+        } else if (result.ending == Ending::NoAnswer) {
+            result.reason = NoAnswer(line);
+        } else if (result.ending == Ending::DialogOpened && settings.onModal == OnModal::Fail) {
+            result.reason = {.code = "dialog_opened", .sentence = "the click opened a dialog that waits for an answer"};
+        } else if (result.ending == Ending::WorkerEnded) {
+            result.reason = {.code = "worker_ended", .sentence = "the process that carries the lines out has ended"};
+        } else if (result.ending == Ending::Interrupted) {
+            result.reason = {.code = "interrupted", .sentence = "the run was interrupted"};
+        }
+    }
+
+    const Settings& settings;
+    Worker& worker;
+    CommandLine line;
+    Clock::time_point begin = Clock::now();
+    MessageCollector collected;
+    Course course;
+    DialogWatch watch;
+    LineResult result;
+    bool isOver = false;
+};
+
+LineResult LineRunner::Run(Worker& worker, const std::wstring& text) const {
+    return Attempt(settings, worker, text).Take();
+}
+
+}  // namespace dialwright::tools

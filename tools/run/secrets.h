@@ -1,0 +1,56 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "check/finding.h"
+
+namespace dialwright::tools {
+
+/// Values by name, as the lines NAME=VALUE of a file give them.
+using SecretValues = std::map<std::wstring, std::wstring, std::less<>>;
+
+/// Reads such a file; blank lines and lines that begin with # are skipped. Throws std::runtime_error, which names the
+/// line but no value.
+[[nodiscard]] SecretValues ReadSecrets(std::string_view utf8);
+
+/// Where a script takes the texts that it must not hold.
+struct SecretSources {
+    SecretValues secrets;
+    /// Also from the environment of this process.
+    [[nodiscard]] std::optional<std::wstring> Find(std::wstring_view kind, const std::wstring& name) const;
+};
+
+/// A line with its secrets in place.
+struct FilledLine {
+    std::wstring text;
+    /// The values that were filled in.
+    std::vector<std::wstring> used;
+    /// What is wrong, without any value; empty where nothing is.
+    std::wstring problem;
+    /// Where, in UTF-16 units from the line's begin.
+    std::size_t offset = 0;
+};
+
+/// Puts values for ${env:NAME} and ${secret:NAME}, which must be the whole text of a SetText command; $${ stands for ${
+/// there. A line with a value gets a timeout behind it, as the library would show a text of digits otherwise.
+[[nodiscard]] FilledLine FillSecrets(const std::wstring& line, const SecretSources& sources);
+
+/// Hides values in all that we print.
+class Redactor {
+public:
+    void Hide(const std::wstring& value);
+
+    /// The UTF-8 text with ***** for each value, also for one as it stands inside a quoted token.
+    [[nodiscard]] std::string Clean(std::string text) const;
+    [[nodiscard]] std::string Clean(std::wstring_view text) const;
+
+private:
+    /// Longest first, so that a value that holds another is hidden whole.
+    std::vector<std::string> hidden;
+};
+
+}  // namespace dialwright::tools

@@ -1,0 +1,73 @@
+#include "run/target.h"
+
+#include <array>
+#include <vector>
+
+#include "run/unique_handle.h"
+
+namespace dialwright::tools {
+namespace {
+
+constexpr std::chrono::milliseconds kStays{500};
+
+/// 0 where the system does not tell it.
+DWORD IntegrityOf(HANDLE process) {
+    HANDLE opened = nullptr;
+    if (!::OpenProcessToken(process, TOKEN_QUERY, &opened)) return 0;
+    const UniqueHandle token(opened);
+    DWORD size = 0;
+    ::GetTokenInformation(token.get(), TokenIntegrityLevel, nullptr, 0, &size);
+    std::vector<std::byte> area(size);
+    if (size == 0 || !::GetTokenInformation(token.get(), TokenIntegrityLevel, area.data(), size, &size)) return 0;
+    const auto* const label = reinterpret_cast<const TOKEN_MANDATORY_LABEL*>(area.data());
+    const DWORD last = *::GetSidSubAuthorityCount(label->Label.Sid) - 1U;
+    return *::GetSidSubAuthority(label->Label.Sid, last);
+}
+
+DWORD OwnIntegrity() {
+    static const DWORD own = IntegrityOf(::GetCurrentProcess());
+    return own;
+}
+
+}  // namespace
+
+bool OthersMayHaveMoreRights() { return OwnIntegrity() < SECURITY_MANDATORY_HIGH_RID; }
+
+bool HasMoreRightsThanWe(HWND window) {
+    if (!OthersMayHaveMoreRights()) return false;
+    DWORD processId = 0;
+    ::GetWindowThreadProcessId(window, &processId);
+    const UniqueHandle process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
+    return process != nullptr && IntegrityOf(process.get()) > OwnIntegrity();
+}
+
+bool DoesNotAnswer(HWND window) {
+    constexpr UINT kAnswerMs = 200;
+    DWORD_PTR ignored = 0;
+    return ::IsWindow(window) &&
+           ::SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG | SMTO_BLOCK, kAnswerMs, &ignored) == 0;
+}
+
+std::optional<std::wstring> OpenDialogOf(HWND window) {
+    if (window == nullptr || ::IsWindowEnabled(window) || ::IsHungAppWindow(window)) return std::nullopt;
+    const HWND popup = ::GetLastActivePopup(window);
+    if (popup == nullptr || popup == window || !::IsWindowVisible(popup)) return std::nullopt;
+    DWORD owner = 0;
+    DWORD opener = 0;
+    ::GetWindowThreadProcessId(window, &owner);
+    ::GetWindowThreadProcessId(popup, &opener);
+    if (owner != opener) return std::nullopt;
+    std::array<wchar_t, 256> title{};
+    ::GetWindowTextW(popup, title.data(), static_cast<int>(title.size()));
+    return title.data();
+}
+
+std::optional<std::wstring> DialogWatch::Look(HWND window) {
+    auto dialog = OpenDialogOf(window);
+    const auto now = std::chrono::steady_clock::now();
+    if (!dialog) since.reset();
+    if (dialog && !since) since = now;
+    return dialog && now - *since >= kStays ? dialog : std::nullopt;
+}
+
+}  // namespace dialwright::tools
