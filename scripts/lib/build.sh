@@ -20,7 +20,7 @@ build_preset() {
 dist_of() {
     local from=$root/build/$1 to=$root/dist/$2
     mkdir -p "$to"
-    cp "$from"/bin/{Dialwright.dll,Dialwright.pdb,dialwright.exe} "$from/src/api/libDialwright.dll.a" "$to/"
+    cp "$from"/bin/{Dialwright.dll,Dialwright.pdb,dialwright.exe,dialwright-host.exe} "$from/src/api/libDialwright.dll.a" "$to/"
 }
 
 command_build() {

@@ -16,10 +16,12 @@ take_picture() {
     DISPLAY=$DIALWRIGHT_DISPLAY import -window root "$out/$1.png"
 }
 
-run_script() {
-    say "== Running examples/notepad/$1.txt"
-    wine "$bin/run_script.exe" "examples/notepad/$1.txt" >>"$out/log.txt" 2>&1 </dev/null ||
-        { tail -n 20 "$out/log.txt" >&2; die "the script failed; the log is in ${out#"$root"/}/log.txt"; }
+# run_scripts NAME...: what dialwright says of each line goes to the log.
+run_scripts() {
+    say "== dialwright run ${*/#/examples/notepad/}"
+    wine "$bin/dialwright.exe" run --work-folder build/demo/worker "${@/#/examples/notepad/}" \
+        >>"$out/log.txt" 2>>"$out/sums.txt" </dev/null ||
+        { tail -n 20 "$out/log.txt" "$out/sums.txt" >&2; die "the script failed; the log is in ${out#"$root"/}/log.txt"; }
 }
 
 expected_text() {
@@ -35,7 +37,7 @@ show_proof() {
         sleep 0.1
     done
     cp "$file" "$out/typed.txt"
-    printf 'The log:\n\n'
+    printf 'What dialwright says of each line:\n\n'
     tr -d '\r' <"$out/log.txt"
     show_trace
     printf '\nThe file that Notepad saved holds exactly the text of the script:\n\n'
@@ -44,34 +46,32 @@ show_proof() {
     ls "$out"
 }
 
-# The host's trace, as the library left it beside the host.
+# The worker's trace, as the library left it beside it.
 show_trace() {
     local trace
-    trace=$(find "$bin/logs/trace" -name 'run_script.exe_*_Dialwright_1.log')
-    printf '\nThe trace, with time, process, thread and level, is in %s:\n\n' "${trace#"$root"/}"
-    tr -d '\r' <"$trace"
-    cp "$trace" "$out/trace.log"
+    trace=$(find "$out/worker" -name 'dialwright-host.exe_*_Dialwright_1.log')
+    printf '\nThe end of the trace, with time, process, thread and level; the whole is in %s:\n\n' "${trace#"$root"/}"
+    tr -d '\r' <"$trace" | tail -n 30
 }
 
 command_demo() {
     refuse_arguments "$@"
     ensure_tools "${demo_tools[@]}"
     cd "$root"
-    build_preset x64-release dialwright run_script
+    build_preset x64-release dialwright dialwright_tool
     out=$root/build/demo
     bin=$root/build/x64-release/bin
-    rm -rf "$out" "$bin"/logs/trace/run_script.exe_*
+    rm -rf "$out"
     mkdir -p "$out"
     start_screen
     start_wine demo desktop
     rm -f "$WINEPREFIX/drive_c/dialwright demo.txt"
     wine notepad >/dev/null 2>&1 </dev/null 9>&- &
     disown
-    run_script 1-write
+    run_scripts 1-write.txt
     take_picture 1-typed
-    run_script 2-close
-    run_script 3-name
+    run_scripts 2-close.txt 3-name.txt
     take_picture 2-save-as
-    run_script 4-save
+    run_scripts 4-save.txt
     show_proof
 }
