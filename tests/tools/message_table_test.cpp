@@ -115,6 +115,14 @@ TEST(AllMessages, GivesEachFailureACodeAndASentence) {
     }
 }
 
+TEST(AllMessages, HaveTheirCodesInTheDocs) {
+    const std::string docs = TextOf(TOOL_DOCS);
+    for (const MessageRow& row : AllMessages()) {
+        if (row.code.empty()) continue;
+        EXPECT_NE(std::string::npos, docs.find("`" + std::string(row.code) + "`")) << row.code;
+    }
+}
+
 std::string CodeAfter(const std::vector<LogMessage>& messages) {
     Course course;
     course.Follow(messages);

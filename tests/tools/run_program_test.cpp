@@ -1,65 +1,17 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "platform/text_encoding.h"
+#include "run_program.h"
 #include "run_tool.h"
-#include "support/child_process.h"
 #include "support/practice_window.h"
-#include "support/soak.h"
 #include "support/temporary_folder.h"
-#include "support/wait.h"
 #include "support/windows_of_others.h"
-
-#include <nlohmann/json.hpp>
 
 namespace dialwright::testing {
 namespace {
-
-using Json = nlohmann::json;
-
-bool Holds(const Ended& ended, const std::string& text) { return ended.Text().find(text) != std::string::npos; }
-
-std::string TextOfFile(const std::wstring& path) {
-    std::ifstream file(std::filesystem::path(path), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// Runs scripts on a practice window of its own.
-class RunProgram : public ::testing::Test {
-protected:
-    [[nodiscard]] std::wstring Script(const std::string& text, const std::wstring& name = L"script.txt") const {
-        WriteFile(folder.File(name), text);
-        return folder.File(name);
-    }
-
-    /// A line for the target, in UTF-8.
-    [[nodiscard]] std::string Line(const std::wstring& name, const std::wstring& rest) const {
-        return ToUtf8(target.Line(name, rest)) + "\n";
-    }
-
-    /// Quietly: --annotate none, so that the tests run the same under GitHub.
-    [[nodiscard]] static Ended Run(std::vector<std::wstring> arguments, const std::string& input = "") {
-        arguments.insert(arguments.begin(), L"run");
-        arguments.emplace_back(L"--annotate");
-        arguments.emplace_back(L"none");
-        return RunTool(arguments, input);
-    }
-
-    /// The only JSON document among the lines, which also hold the sum from standard error.
-    [[nodiscard]] static Json JsonOf(const Ended& ended) {
-        const std::string text = ended.Text();
-        const std::size_t end = text.rfind("\n}");
-        return Json::parse(text.substr(text.find('{'), end + 2 - text.find('{')));
-    }
-
-    const TemporaryFolder folder;
-    PracticeWindow target{kPlainClass};
-};
 
 TEST_F(RunProgram, CarriesLinesOutAndTellsOfEach) {
     const std::wstring path =
@@ -196,58 +148,6 @@ TEST_F(RunProgram, ReadsStandardInput) {
     EXPECT_EQ(L"piped", TextOf(target.Control(12)));
 }
 
-TEST_F(RunProgram, GoesOnWhereAClickOpensADialog) {
-    const std::wstring path =
-        Script(Line(L"Window.ClickButton", L"23 5000") + "Window.ClickButton #32770 \"Practice question\" 1 5000\n" +
-               Line(L"Window.SetText", L"12 \"after it\" 5000"));
-    const Ended ended = Run({path});
-    EXPECT_EQ(0U, ended.code) << ended.Text();
-    EXPECT_TRUE(Holds(ended, ":1  ok (opened \"Practice question\")  ")) << ended.Text();
-    EXPECT_EQ(L"after it", TextOf(target.Control(12)));
-    // The click that opened the dialog has not opened it again.
-    EXPECT_TRUE(::IsWindowEnabled(target.Handle()));
-}
-
-TEST_F(RunProgram, CanFailWhereAClickOpensADialog) {
-    const Ended ended = Run({L"--on-modal", L"fail", L"-c", target.Line(L"Window.ClickButton", L"23 5000")});
-    EXPECT_EQ(1U, ended.code);
-    EXPECT_TRUE(Holds(ended, "dialog_opened: ")) << ended.Text();
-    ::PostMessageW(::GetLastActivePopup(target.Handle()), WM_COMMAND, IDOK, 0);
-}
-
-TEST_F(RunProgram, CanWaitUntilSomebodyAnswersTheDialog) {
-    ChildProcess process(L"dialwright.exe",
-                         {L"run", L"--on-modal", L"wait", L"-c", target.Line(L"Window.ClickButton", L"23 5000")});
-    // The sent click opens it, and the posted one once more.
-    for (int answers = 0; answers < 2; ++answers) {
-        HWND question = nullptr;
-        ASSERT_TRUE(WaitUntil([&] {
-            question = ::GetLastActivePopup(target.Handle());
-            return question != target.Handle();
-        }));
-        constexpr DWORD kLongerThanADialogIsWatched = 900;
-        EXPECT_FALSE(answers == 0 && process.WaitForExit(kLongerThanADialogIsWatched));
-        ::PostMessageW(question, WM_COMMAND, IDOK, 0);
-        ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(question); }));
-    }
-    EXPECT_EQ(0U, process.WaitForExit(kPatienceMs));
-}
-
-TEST_F(RunProgram, EndsALineWhoseTargetHangs) {
-    target.DoAfter(1, L"hang 4000");
-    ASSERT_EQ("hanging", target.Process().ReadLine(kPatienceMs));
-    const Ended ended = Run({L"--line-timeout", L"700", L"-c", target.Line(L"Window.SetText", L"12 hello 300")});
-    EXPECT_EQ(4U, ended.code);
-    EXPECT_TRUE(Holds(ended, "target_hung: the target did not answer; the text may be typed in part")) << ended.Text();
-}
-
-TEST_F(RunProgram, TellsThatTheWindowClosedMeanwhile) {
-    target.DoAfter(400, L"close");
-    const Ended ended = Run({L"-c", target.Line(L"Window.ClearText", L"4711 1500")});
-    EXPECT_EQ(1U, ended.code);
-    EXPECT_TRUE(Holds(ended, "window_gone: ")) << ended.Text();
-}
-
 TEST_F(RunProgram, TypesSecretsAndShowsThemNowhere) {
     const std::wstring secrets = folder.File(L"secrets.txt");
     WriteFile(secrets, "PASSWORD=tr0ub4 \"dor\"\nPIN=4711\n");
@@ -296,34 +196,12 @@ TEST_F(RunProgram, MarksFailuresForGithub) {
     EXPECT_TRUE(Holds(ended, "script.txt,line=1,title=control_not_found::Window.ClearText ")) << ended.Text();
 }
 
-TEST_F(RunProgram, LaunchesAProgramThatOutlivesIt) {
-    const std::wstring title = UniqueTitle();
-    const std::wstring program =
-        L"\"" + ProgramFolder() + L"practice_target.exe\" --class PracticeTarget --title \"" + title + L"\"";
-    const Ended ended =
-        RunTool({L"run", L"--launch", program, L"-c", L"Window.ClearText PracticeTarget \"" + title + L"\" 15 10000"});
-    EXPECT_EQ(0U, ended.code) << ended.Text();
-    const HWND window = ::FindWindowW(L"PracticeTarget", title.c_str());
-    ASSERT_NE(nullptr, window);
-    ::PostMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(window); }));
-}
-
-TEST_F(RunProgram, SaysWhereAProgramCannotBeLaunched) {
-    EXPECT_EQ(3U, Run({L"--launch", L"no-such-program.exe", L"-c", target.Line(L"Window.ClearText", L"15")}).code);
-    EXPECT_EQ(1U, RunTool({L"launch", L"no-such-program.exe"}).code);
-}
-
-TEST_F(RunProgram, EndsWith130WhenItIsInterrupted) {
-    ChildProcess process(L"interrupt_host.exe",
-                         {ProgramFolder() + L"dialwright.exe", L"run",
-                          Script(Line(L"Window.ClearText", L"15 5000") + "Window.Close NoSuchClass none 60000\n")});
-    const auto first = process.ReadLine(kPatienceMs);
-    ASSERT_TRUE(first && first->find(":1  ok  ") != std::string::npos) << first.value_or("nothing");
-    process.WriteLine("now");
-    EXPECT_EQ(130U, process.WaitForExit(kPatienceMs));
-    const auto second = process.ReadLine(kPatienceMs);
-    EXPECT_TRUE(second && second->find(":2  FAIL  ") != std::string::npos) << second.value_or("nothing");
+TEST_F(RunProgram, TypesAReplacementForWhatIsNoText) {
+    EXPECT_EQ(0U, Run({Script(Line(L"Window.SetText", L"12 \"LONE\" 5000").replace(0, 0, "\xEF\xBB\xBF"))}).code);
+    std::string text = Line(L"Window.SetText", L"12 \"LONE\" 5000");
+    text.replace(text.find("LONE"), 4, "a\xED\xA0\x80z");  // a lone surrogate
+    EXPECT_EQ(0U, Run({Script(text)}).code);
+    EXPECT_EQ(L"LONEa\xFFFD\xFFFD\xFFFDz", TextOf(target.Control(12)));
 }
 
 TEST_F(RunProgram, RefusesWhatItCannotRead) {
@@ -333,20 +211,6 @@ TEST_F(RunProgram, RefusesWhatItCannotRead) {
     EXPECT_EQ(2U, Run({L"--secret-file", folder.File(L"nowhere.txt"), L"-c", L"Window.Close c t"}).code);
     WriteFile(folder.File(L"bad.txt"), "no equals sign\n");
     EXPECT_EQ(2U, Run({L"--secret-file", folder.File(L"bad.txt"), L"-c", L"Window.Close c t"}).code);
-}
-
-TEST_F(RunProgram, TakesThousandsOfLines) {
-    const int count = Rounds(1000, 10000);
-    std::string text = "\xEF\xBB\xBF";
-    for (int i = 0; i < count; ++i) text += Line(L"Window.SetCheckbox", L"31 1 5000");
-    const std::wstring path = Script(text);
-    EXPECT_EQ(count, JsonOf(Run({L"--json", path})).at("done"));
-}
-
-TEST_F(RunProgram, PlansTenThousandLines) {
-    std::string text;
-    for (int i = 0; i < 10000; ++i) text += Line(L"Window.SetCheckbox", L"31 1 5000");
-    EXPECT_EQ(10000U, Run({L"--dry-run", Script(text)}).lines.size());
 }
 
 }  // namespace

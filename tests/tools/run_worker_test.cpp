@@ -1,0 +1,185 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "platform/text_encoding.h"
+#include "run_program.h"
+#include "run_tool.h"
+#include "support/child_process.h"
+#include "support/practice_window.h"
+#include "support/soak.h"
+#include "support/temporary_folder.h"
+#include "support/wait.h"
+#include "support/windows_of_others.h"
+
+#include <tlhelp32.h>
+
+namespace dialwright::testing {
+namespace {
+
+TEST_F(RunProgram, GoesOnWhereAClickOpensADialog) {
+    const std::wstring path =
+        Script(Line(L"Window.ClickButton", L"23 5000") + "Window.ClickButton #32770 \"Practice question\" 1 5000\n" +
+               Line(L"Window.SetText", L"12 \"after it\" 5000"));
+    const Ended ended = Run({path});
+    EXPECT_EQ(0U, ended.code) << ended.Text();
+    EXPECT_TRUE(Holds(ended, ":1  ok (opened \"Practice question\")  ")) << ended.Text();
+    EXPECT_EQ(L"after it", TextOf(target.Control(12)));
+    // The click that opened the dialog has not opened it again.
+    EXPECT_TRUE(::IsWindowEnabled(target.Handle()));
+}
+
+TEST_F(RunProgram, CanFailWhereAClickOpensADialog) {
+    const Ended ended = Run({L"--on-modal", L"fail", L"-c", target.Line(L"Window.ClickButton", L"23 5000")});
+    EXPECT_EQ(1U, ended.code);
+    EXPECT_TRUE(Holds(ended, "dialog_opened: ")) << ended.Text();
+    ::PostMessageW(::GetLastActivePopup(target.Handle()), WM_COMMAND, IDOK, 0);
+}
+
+TEST_F(RunProgram, CanWaitUntilSomebodyAnswersTheDialog) {
+    ChildProcess process(L"dialwright.exe",
+                         {L"run", L"--on-modal", L"wait", L"-c", target.Line(L"Window.ClickButton", L"23 5000")});
+    // The sent click opens it, and the posted one once more.
+    for (int answers = 0; answers < 2; ++answers) {
+        HWND question = nullptr;
+        ASSERT_TRUE(WaitUntil([&] {
+            question = ::GetLastActivePopup(target.Handle());
+            return question != target.Handle();
+        }));
+        constexpr DWORD kLongerThanADialogIsWatched = 900;
+        EXPECT_FALSE(answers == 0 && process.WaitForExit(kLongerThanADialogIsWatched));
+        ::PostMessageW(question, WM_COMMAND, IDOK, 0);
+        ASSERT_TRUE(WaitUntil([&] { return !::IsWindow(question); }));
+    }
+    EXPECT_EQ(0U, process.WaitForExit(kPatienceMs));
+}
+
+TEST_F(RunProgram, EndsALineWhoseTargetHangs) {
+    target.DoAfter(1, L"hang 4000");
+    ASSERT_EQ("hanging", target.Process().ReadLine(kPatienceMs));
+    const Ended ended = Run({L"--line-timeout", L"700", L"-c", target.Line(L"Window.SetText", L"12 hello 300")});
+    EXPECT_EQ(4U, ended.code);
+    EXPECT_TRUE(Holds(ended, "target_hung: the target did not answer; the text may be typed in part")) << ended.Text();
+}
+
+TEST_F(RunProgram, TellsThatTheWindowClosedMeanwhile) {
+    target.DoAfter(400, L"close");
+    const Ended ended = Run({L"-c", target.Line(L"Window.ClearText", L"4711 1500")});
+    EXPECT_EQ(1U, ended.code);
+    EXPECT_TRUE(Holds(ended, "window_gone: ")) << ended.Text();
+}
+
+TEST_F(RunProgram, LaunchesAProgramThatOutlivesIt) {
+    const std::wstring title = UniqueTitle();
+    const std::wstring program =
+        L"\"" + ProgramFolder() + L"practice_target.exe\" --class PracticeTarget --title \"" + title + L"\"";
+    const Ended ended =
+        RunTool({L"run", L"--launch", program, L"-c", L"Window.ClearText PracticeTarget \"" + title + L"\" 15 10000"});
+    EXPECT_EQ(0U, ended.code) << ended.Text();
+    const HWND window = ::FindWindowW(L"PracticeTarget", title.c_str());
+    ASSERT_NE(nullptr, window);
+    ::PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(window); }));
+}
+
+TEST_F(RunProgram, SaysWhereAProgramCannotBeLaunched) {
+    EXPECT_EQ(3U, Run({L"--launch", L"no-such-program.exe", L"-c", target.Line(L"Window.ClearText", L"15")}).code);
+    EXPECT_EQ(1U, RunTool({L"launch", L"no-such-program.exe"}).code);
+}
+
+TEST_F(RunProgram, EndsWith130WhenItIsInterrupted) {
+    ChildProcess process(L"interrupt_host.exe",
+                         {ProgramFolder() + L"dialwright.exe", L"run",
+                          Script(Line(L"Window.ClearText", L"15 5000") + "Window.Close NoSuchClass none 60000\n")});
+    const auto first = process.ReadLine(kPatienceMs);
+    ASSERT_TRUE(first && first->find(":1  ok  ") != std::string::npos) << first.value_or("nothing");
+    process.WriteLine("now");
+    EXPECT_EQ(130U, process.WaitForExit(kPatienceMs));
+    const auto second = process.ReadLine(kPatienceMs);
+    EXPECT_TRUE(second && second->find(":2  FAIL  ") != std::string::npos) << second.value_or("nothing");
+}
+
+/// The processes whose program lies in this folder or below it.
+std::vector<DWORD> ProcessesIn(const std::wstring& folderPath) {
+    std::vector<DWORD> processes;
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
+        const HANDLE process = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, entry.th32ProcessID);
+        std::array<wchar_t, 1024> path{};
+        DWORD size = path.size();
+        const bool known = process != nullptr && ::QueryFullProcessImageNameW(process, 0, path.data(), &size);
+        if (known && std::wstring_view(path.data(), size).starts_with(folderPath)) {
+            processes.push_back(entry.th32ProcessID);
+        }
+        if (process != nullptr) ::CloseHandle(process);
+    }
+    ::CloseHandle(snapshot);
+    return processes;
+}
+
+void KillProcess(DWORD processId) {
+    const HANDLE process = ::OpenProcess(PROCESS_TERMINATE, FALSE, processId);
+    ::TerminateProcess(process, 1);
+    ::CloseHandle(process);
+}
+
+/// A run that waits for a window that never comes, with a worker in a folder of its own.
+class RunThatWaits : public RunProgram {
+protected:
+    RunThatWaits() {
+        EXPECT_TRUE(WaitUntil([&] { return !Workers().empty(); }));
+        // Its first line has come out, so that the second one is on its way.
+        const auto line = process.ReadLine(kPatienceMs);
+        EXPECT_TRUE(line && line->find(":1  ok  ") != std::string::npos) << line.value_or("nothing");
+    }
+
+    [[nodiscard]] std::vector<DWORD> Workers() const { return ProcessesIn(folder.File(L"work")); }
+
+    ChildProcess process{L"dialwright.exe",
+                         {L"run", L"--work-folder", folder.File(L"work"),
+                          Script(Line(L"Window.ClearText", L"15 5000") + "Window.Close NoSuchClass none 60000\n")}};
+};
+
+TEST_F(RunThatWaits, TellsThatTheWorkerHasEnded) {
+    KillProcess(Workers().at(0));
+    const auto line = process.ReadLine(kPatienceMs);
+    EXPECT_TRUE(line && line->find(":2  FAIL  ") != std::string::npos) << line.value_or("nothing");
+    const auto reason = process.ReadLine(kPatienceMs);
+    EXPECT_TRUE(reason && reason->find("worker_ended: ") != std::string::npos) << reason.value_or("nothing");
+    EXPECT_EQ(5U, process.WaitForExit(kPatienceMs));
+}
+
+TEST_F(RunThatWaits, LeavesNoWorkerBehindWhenItIsKilled) {
+    process.Kill();
+    EXPECT_TRUE(WaitUntil([&] { return Workers().empty(); }));
+}
+
+TEST_F(RunThatWaits, HasAFolderForEachWorker) {
+    const Json report = JsonOf(
+        Run({L"--json", L"--work-folder", folder.File(L"work"), L"-c", target.Line(L"Window.ClearText", L"15 5000")}));
+    EXPECT_EQ(ToUtf8(folder.File(L"work\\2\\logs\\trace")), report.at("traceFolder").get<std::string>());
+    EXPECT_FALSE(report.at("traceMayBeMissing"));
+    process.Kill();
+    EXPECT_TRUE(WaitUntil([&] { return Workers().empty(); }));
+}
+
+TEST_F(RunProgram, TakesThousandsOfLines) {
+    const int count = Rounds(1000, 10000);
+    std::string text = "\xEF\xBB\xBF";
+    for (int i = 0; i < count; ++i) text += Line(L"Window.SetCheckbox", L"31 1 5000");
+    const std::wstring path = Script(text);
+    EXPECT_EQ(count, JsonOf(Run({L"--json", path})).at("done"));
+}
+
+TEST_F(RunProgram, PlansTenThousandLines) {
+    std::string text;
+    for (int i = 0; i < 10000; ++i) text += Line(L"Window.SetCheckbox", L"31 1 5000");
+    EXPECT_EQ(10000U, Run({L"--dry-run", Script(text)}).lines.size());
+}
+
+}  // namespace
+}  // namespace dialwright::testing
