@@ -7,8 +7,8 @@ import sys
 
 AGAINST_A_PEER = ["lines_1", "lines_2", "lines_4", "lines_8", "call_p50", "call_p99", "call_p999", "log_trace",
                   "log_no_trace", "memory"]
-ALONE = ["load_warm", "load_at_once", "load_cold"]
-WITH_A_GOAL = {"lines_1", "lines_2", "log_trace", "load_warm", "load_at_once", "memory"}
+ALONE = ["load_warm", "load_at_once", "load_cold", "run_adds", "inspect", "check"]
+WITH_A_GOAL = {"lines_1", "lines_2", "log_trace", "load_warm", "load_at_once", "memory", "run_adds", "inspect", "check"}
 
 
 def is_whole(figure):

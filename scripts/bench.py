@@ -19,6 +19,8 @@ import subprocess
 import sys
 import tempfile
 
+from bench_tool import measure_tool
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 TIME_LIMIT_S = 120
 # The library sleeps that long when it is freed, by design.
@@ -40,11 +42,14 @@ class Void(Exception):
 class Sizes:
     lines: int
     messages: int
+    script_lines: int
+    controls: int
+    checked_lines: int
     runs: int
 
 
-FULL = Sizes(lines=400_000, messages=100_000, runs=9)
-QUICK = Sizes(lines=4_000, messages=2_000, runs=1)
+FULL = Sizes(lines=400_000, messages=100_000, script_lines=1000, controls=1000, checked_lines=100_000, runs=9)
+QUICK = Sizes(lines=4_000, messages=2_000, script_lines=100, controls=50, checked_lines=1000, runs=1)
 LOGGED_LINES = 1000
 
 
@@ -77,6 +82,9 @@ FASTER = Goal(of_ratio=True, at_least=True, bound=1.5)
 NEAR_THE_FLOOR = Goal(of_ratio=True, at_least=False, bound=2.5)
 QUICK_LOAD = Goal(of_ratio=False, at_least=False, bound=5)
 SMALL = Goal(of_ratio=False, at_least=False, bound=1024)
+HARDLY_FELT = Goal(of_ratio=False, at_least=False, bound=1)
+AT_ONCE = Goal(of_ratio=False, at_least=False, bound=1000)
+PATIENCE = Goal(of_ratio=False, at_least=False, bound=8)
 
 ROWS = [
     Row("lines_1", "TraceLine to file, 1 thread", "lines/s", "spdlog", FASTER),
@@ -92,6 +100,9 @@ ROWS = [
     Row("load_at_once", "load, and free at once", "ms", None, QUICK_LOAD),
     Row("load_cold", "load in a bare host, and free", "ms"),
     Row("memory", "memory kept after 1,000 lines", "KiB", "a thread", SMALL),
+    Row("run_adds", "what dialwright run adds to a line", "ms", None, HARDLY_FELT),
+    Row("inspect", "dialwright inspect of 1,000 controls", "ms", None, AT_ONCE),
+    Row("check", "dialwright check of 100,000 lines", "s", None, PATIENCE),
 ]
 
 
@@ -225,7 +236,8 @@ def measure_all(programs, sizes):
         print(f"   run {run + 1} of {sizes.runs}", file=sys.stderr, flush=True)
         for results in (*(measure_lines(programs, sizes, threads) for threads in (1, 2, 4, 8)),
                         measure_calls(programs, sizes), measure_messages(programs, sizes),
-                        measure_library(programs, sizes)):
+                        measure_library(programs, sizes),
+                        measure_tool(programs.programs, programs.before, programs.work, sizes)):
             for key, side, value in results:
                 figures[key, side].append(value)
     return figures

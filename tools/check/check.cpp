@@ -93,10 +93,12 @@ void NoteComments(const SourceText& source, Findings& findings) {
 
 }  // namespace
 
-std::vector<Finding> CheckScript(const SourceText& source) {
+std::vector<Finding> CheckScript(const SourceText& source, const std::function<void(std::size_t line)>& checked) {
+    constexpr std::size_t kLinesBetween = 1000;
     Findings findings;
     bool hasCommand = false;
     for (const SourceLine& line : source.lines) {
+        if (checked && line.number % kLinesBetween == 0) checked(line.number);
         if (line.isComment || SplitScriptLines(line.text).empty()) continue;
         hasCommand = true;
         CheckLine(line, findings);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -10,7 +12,9 @@ namespace dialwright::tools {
 
 /// Every finding in a script, in the order of its lines. There is a DW1xx finding if and only if the library's
 /// ValidateScript refuses the pure script.
-[[nodiscard]] std::vector<Finding> CheckScript(const SourceText& source);
+/// `checked` is called now and then with the number of the line that comes next.
+[[nodiscard]] std::vector<Finding> CheckScript(const SourceText& source,
+                                               const std::function<void(std::size_t line)>& checked = {});
 
 /// All rules there are, by code.
 [[nodiscard]] std::span<const Rule> AllRules();

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -7,6 +9,8 @@
 #include "check_formats.h"
 #include "input.h"
 #include "platform/text_encoding.h"
+#include "printable.h"
+#include "progress_line.h"
 #include "subcommand.h"
 
 #include <CLI/CLI.hpp>
@@ -26,7 +30,14 @@ bool IsDisabled(const Options& options, const Finding& finding) {
 }
 
 CheckedFile CheckOne(const Options& options, const std::string& file, const SourceText& source) {
-    CheckedFile checked{.file = file, .findings = CheckScript(source)};
+    ProgressLine progress;
+    const auto begin = std::chrono::steady_clock::now();
+    const auto show = [&](std::size_t line) {
+        const auto waited = std::chrono::steady_clock::now() - begin;
+        progress.Show("checking " + Printable(file) + ":" + std::to_string(line),
+                      std::chrono::duration_cast<std::chrono::milliseconds>(waited));
+    };
+    CheckedFile checked{.file = file, .findings = CheckScript(source, show)};
     std::erase_if(checked.findings, [&](const Finding& finding) { return IsDisabled(options, finding); });
     return checked;
 }

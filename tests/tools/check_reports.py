@@ -1,0 +1,82 @@
+#!/usr/bin/env python3
+"""Has dialwright.exe write its reports and validates them with the schemas that their readers use."""
+
+import argparse
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+import jsonschema
+from lxml import etree
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+SKIPPED = 77
+TIME_LIMIT_S = 60
+
+# A control character, a character that XML does not have, bytes that are no text, and what XML and GitHub keep for
+# themselves.
+NASTY = (b'Window.Minimize.NonRegex NoSuchClass "<a & b> \x07 \xef\xbf\xbe \xff ]]> \' %" 100\n'
+         b'Window.SetText NoSuchClass none 1 "typed text" 100\n')
+
+
+class Program:
+    def __init__(self, path, folder):
+        self.command = [*([] if os.name == "nt" else [str(ROOT / "scripts" / "wine-run")]), str(path)]
+        self.folder = folder
+
+    def output(self, *arguments):
+        """What it prints; into a file, as Wine's services may hold a pipe open."""
+        with tempfile.TemporaryFile() as printed:
+            subprocess.run([*self.command, *arguments], cwd=self.folder, stdin=subprocess.DEVNULL, stdout=printed,
+                           stderr=subprocess.DEVNULL, timeout=TIME_LIMIT_S, check=False)
+            printed.seek(0)
+            return printed.read()
+
+
+def check_run(program):
+    schema = json.loads((ROOT / "docs" / "schemas" / "run.schema.json").read_text())
+    report = json.loads(program.output("run", "--json", "--junit", "report.xml", "nasty.txt"))
+    jsonschema.validate(report, schema)
+    assert [line["status"] for line in report["files"][0]["lines"]] == ["failed", "skipped"], report
+    jsonschema.validate(json.loads(program.output("run", "--json", "--dry-run", "nasty.txt")), schema)
+
+
+def check_junit(program, schemas):
+    schema = etree.XMLSchema(etree.parse(str(schemas / "junit-10.xsd")))
+    report = etree.parse(str(pathlib.Path(program.folder) / "report.xml"))
+    schema.assertValid(report)
+    suite = report.getroot()[0]
+    assert (suite.get("tests"), suite.get("failures"), suite.get("skipped")) == ("2", "1", "1"), dict(suite.attrib)
+    assert suite[0][0].get("type") == "window_not_found"
+    assert b"typed text" not in etree.tostring(report)
+
+
+def check_sarif(program, schemas):
+    schema = json.loads((schemas / "sarif-schema-2.1.0.json").read_text())
+    report = json.loads(program.output("check", "--format", "sarif", "nasty.txt"))
+    jsonschema.validate(report, schema)
+    assert report["runs"][0]["results"], "nothing was found in the script"
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("program", type=pathlib.Path)
+    options = parser.parse_args()
+    schemas = pathlib.Path(os.environ.get("DIALWRIGHT_SCHEMAS", ROOT.parent / "shared" / "schemas"))
+    with tempfile.TemporaryDirectory() as folder:
+        (pathlib.Path(folder) / "nasty.txt").write_bytes(NASTY)
+        program = Program(options.program.resolve(), folder)
+        check_run(program)
+        if not schemas.is_dir():
+            print(f"JUnit and SARIF are not validated: their schemas are not in {schemas} (DIALWRIGHT_SCHEMAS)")
+            return SKIPPED
+        check_junit(program, schemas)
+        check_sarif(program, schemas)
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
