@@ -12,6 +12,7 @@
 #include "language/masking.h"
 #include "language/tokenizer.h"
 #include "run/command_line.h"
+#include "run/line_runner.h"
 #include "run/secrets.h"
 #include "run/wire.h"
 
@@ -141,6 +142,13 @@ TEST(CommandLine, KnowsHowLongTheLibraryWaits) {
     EXPECT_EQ(250U, ReadCommandLine(L"Window.Close c t 250").TimeoutMs());
     EXPECT_EQ(4294967295U, ReadCommandLine(L"Window.Close c t -1").TimeoutMs());
     EXPECT_EQ(10000U, ReadCommandLine(L"Window.SetText c t 1 250").TimeoutMs());
+}
+
+TEST(LimitOf, IsTheTimeoutAndSomeGraceAndTimeForEachCharacter) {
+    using std::chrono::milliseconds;
+    EXPECT_EQ(milliseconds(5250), LimitOf(ReadCommandLine(L"Window.Close c t 250")));
+    EXPECT_EQ(milliseconds(15000), LimitOf(ReadCommandLine(L"Window.Close c t")));
+    EXPECT_EQ(milliseconds(5290), LimitOf(ReadCommandLine(L"Window.SetText c t 1 four 250")));
 }
 
 TEST(SplitProgram, PartsAProgramFromItsArguments) {

@@ -24,7 +24,13 @@ std::optional<std::string> ReadInput(const std::string& path) {
 }
 
 void WriteOutput(std::string_view text) {
-    ::_setmode(::_fileno(stdout), _O_BINARY);
+    static const bool isSetUp = [] {
+        constexpr std::size_t kBuffer = std::size_t{1} << 16U;
+        ::_setmode(::_fileno(stdout), _O_BINARY);
+        // A console would get every character by itself otherwise.
+        return std::setvbuf(stdout, nullptr, _IOFBF, kBuffer) == 0;
+    }();
+    (void)isSetUp;
     std::fwrite(text.data(), 1, text.size(), stdout);
     std::fflush(stdout);
 }

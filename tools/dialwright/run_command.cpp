@@ -162,7 +162,10 @@ private:
         settings.lines.onModal = ModalPolicy(options.onModal);
         if (options.lineTimeoutMs > 0) settings.lines.limit = std::chrono::milliseconds(options.lineTimeoutMs);
         settings.lines.interrupted = &Interruption();
-        settings.lines.waiting = [this](std::chrono::milliseconds waited) { progress.Show("waiting", waited); };
+        settings.lines.waiting = [this](std::chrono::milliseconds waited) { progress.Show(current, waited); };
+        settings.lineBegins = [this](const LineReport& line) {
+            current = Printable(line.file) + ":" + std::to_string(line.line) + "  " + Printable(line.text);
+        };
         settings.lineEnded = [this](const LineReport& line) { Hear(line); };
         settings.saveEvidence = [this, &redactor](const LineReport& line, const LineResult& result) {
             return SaveEvidence({.folder = FilePath(options.evidenceFolder), .kinds = options.onFailure}, line, result,
@@ -207,6 +210,8 @@ private:
     const RunOptions& options;
     bool annotates;
     ProgressLine progress;
+    /// What the progress tells of.
+    std::string current;
     Runner runner;
 };
 

@@ -1,9 +1,9 @@
 // The worker of dialwright.exe: loads the library and calls it, one request at a time. Its standard output carries the
 // library's messages, and behind those of each call an answer.
 
-#include <array>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <thread>
 
@@ -73,22 +73,27 @@ void Serve(HANDLE requests) {
     }
 }
 
-/// Hands requests on, and ends the process at the end of its input whatever a call is waiting for.
-int Main() {
-    ::_setmode(::_fileno(stdout), _O_BINARY);
-    HANDLE read = nullptr;
-    HANDLE write = nullptr;
-    if (!::CreatePipe(&read, &write, nullptr, 0)) return 1;
-    std::thread([read] { Serve(read); }).detach();
-    const HANDLE input = ::GetStdHandle(STD_INPUT_HANDLE);
-    // A program that is launched would get these from the system and keep our output open for as long as it runs.
-    for (const DWORD standard : {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE}) ::SetStdHandle(standard, nullptr);
-    while (const auto request = ReadRequest(input)) {
-        if (!WriteRequest(write, *request)) break;
-    }
+/// The end of this pipe is the end of the process, whatever a call is waiting for.
+void LiveAsLongAs(HANDLE lifeline) {
+    char ignored = 0;
+    DWORD count = 0;
+    while (::ReadFile(lifeline, &ignored, 1, &count, nullptr) && count > 0) continue;
     ::ExitProcess(0);
 }
 
 }  // namespace
 
-int main() { return Main(); }
+int main(int count, char** values) {
+    if (count != 2) {
+        std::fprintf(stderr, "dialwright-host: the worker of dialwright.exe, which starts it\n");
+        return 2;
+    }
+    ::_setmode(::_fileno(stdout), _O_BINARY);
+    const auto lifeline = reinterpret_cast<HANDLE>(std::strtoull(values[1], nullptr, 10));
+    std::thread([lifeline] { LiveAsLongAs(lifeline); }).detach();
+    const HANDLE requests = ::GetStdHandle(STD_INPUT_HANDLE);
+    // A program that is launched would get these from the system and keep our output open for as long as it runs.
+    for (const DWORD standard : {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE}) ::SetStdHandle(standard, nullptr);
+    Serve(requests);
+    return 0;
+}

@@ -12,20 +12,12 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 constexpr milliseconds kLook{50};
-/// How much longer than its timeout a line may take once it acts.
-constexpr milliseconds kGrace{5000};
-constexpr milliseconds kPerCharacter{10};
 
 /// A window command acts as soon as it has its window.
 bool ActsOnWindow(const CommandLine& line) {
     if (line.command == nullptr) return false;
     const auto kinds = line.command->Arguments();
     return kinds.empty() || kinds[0] == ArgumentKind::Position;
-}
-
-milliseconds LimitOf(const CommandLine& line) {
-    const auto typed = line.HasText() ? line.tokens[line.textToken].text.size() : 0;
-    return milliseconds(line.TimeoutMs()) + kGrace + kPerCharacter * static_cast<milliseconds::rep>(typed);
 }
 
 Reason NoAnswer(const CommandLine& line) {
@@ -51,6 +43,13 @@ bool CannotReachTarget(const CommandLine& line) {
 }
 
 }  // namespace
+
+milliseconds LimitOf(const CommandLine& line) {
+    constexpr milliseconds kGrace{5000};
+    constexpr milliseconds kPerCharacter{10};
+    const auto typed = line.HasText() ? line.tokens[line.textToken].text.size() : 0;
+    return milliseconds(line.TimeoutMs()) + kGrace + kPerCharacter * static_cast<milliseconds::rep>(typed);
+}
 
 /// One line on its way.
 class LineRunner::Attempt {

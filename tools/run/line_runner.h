@@ -42,6 +42,10 @@ struct LineResult {
     std::vector<LogMessage> messages;
 };
 
+/// How long a line may take when it acts on a target that does not answer: what the library waits, 5 seconds, and 10 ms
+/// for each character that is typed.
+[[nodiscard]] std::chrono::milliseconds LimitOf(const CommandLine& line);
+
 /// Hands one line after another to a worker and watches over it.
 class LineRunner {
 public:

@@ -64,6 +64,7 @@ RunEnd Runner::Run(const std::vector<PlannedFile>& files) {
         FileReport& fileReport = report.files.emplace_back(ReportOf(file, LineStatus::Skipped, redactor));
         bool fileGoesOn = goesOn;
         for (std::size_t i = 0; i < file.lines.size() && fileGoesOn; ++i) {
+            settings.lineBegins(fileReport.lines[i]);
             fileGoesOn = RunLine(file.lines[i], fileReport.lines[i]);
             settings.lineEnded(fileReport.lines[i]);
         }

@@ -24,7 +24,8 @@ struct RunnerSettings {
     /// A file whose line fails ends, and the next one begins.
     bool keepGoing = false;
     LineRunner::Settings lines;
-    /// Called as each line ends.
+    /// Called as each line begins, and as it ends.
+    std::function<void(const LineReport&)> lineBegins;
     std::function<void(const LineReport&)> lineEnded;
     /// Called for a line that failed, while the target is as the line left it; returns the files that it wrote.
     std::function<std::vector<std::string>(const LineReport&, const LineResult&)> saveEvidence;

@@ -70,17 +70,25 @@ private:
     std::vector<char> memory;
 };
 
+/// What a worker is started with.
+struct WorkerEnds {
+    HANDLE requests;
+    HANDLE answers;
+    HANDLE lifeline;
+};
+
 /// Suspended, in a group of its own, so that Ctrl-C comes to us alone.
-bool StartSuspended(const std::filesystem::path& program, HANDLE input, HANDLE output, PROCESS_INFORMATION& started) {
-    InheritedHandles inherited({input, output});
+bool StartSuspended(const std::filesystem::path& program, const WorkerEnds& ends, PROCESS_INFORMATION& started) {
+    InheritedHandles inherited({ends.requests, ends.answers, ends.lifeline});
     STARTUPINFOEXW startup{};
     startup.StartupInfo.cb = sizeof startup;
     startup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
-    startup.StartupInfo.hStdInput = input;
-    startup.StartupInfo.hStdOutput = output;
+    startup.StartupInfo.hStdInput = ends.requests;
+    startup.StartupInfo.hStdOutput = ends.answers;
     startup.StartupInfo.hStdError = nullptr;
     startup.lpAttributeList = inherited.List();
-    std::wstring commandLine = L"\"" + program.wstring() + L"\"";
+    std::wstring commandLine =
+        L"\"" + program.wstring() + L"\" " + std::to_wstring(reinterpret_cast<std::uintptr_t>(ends.lifeline));
     return ::CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
                             EXTENDED_STARTUPINFO_PRESENT | CREATE_SUSPENDED | CREATE_NEW_PROCESS_GROUP, nullptr,
                             nullptr, &startup.StartupInfo, &started) != FALSE;
@@ -103,11 +111,13 @@ Worker::~Worker() { End(); }
 void Worker::Start(HostPlace& place) {
     Pipe in = MakePipe();
     Pipe out = MakePipe();
+    Pipe life = MakePipe();
+    const WorkerEnds ends{.requests = in.read.get(), .answers = out.write.get(), .lifeline = life.read.get()};
     PROCESS_INFORMATION started{};
-    bool runs = StartSuspended(place.Program(), in.read.get(), out.write.get(), started);
+    bool runs = StartSuspended(place.Program(), ends, started);
     if (!runs && place.IsOwn()) {
         place.GiveUp();
-        runs = StartSuspended(place.Program(), in.read.get(), out.write.get(), started);
+        runs = StartSuspended(place.Program(), ends, started);
     }
     if (!runs)
         throw std::runtime_error("dialwright-host.exe cannot be started: error " + std::to_string(::GetLastError()));
@@ -116,6 +126,7 @@ void Worker::Start(HostPlace& place) {
     ::ResumeThread(started.hThread);
     ::CloseHandle(started.hThread);
     input = std::move(in.write);
+    lifeline = std::move(life.write);
     reader = std::thread([this, output = out.read.release()] { CollectLines(output); });
 }
 
@@ -171,9 +182,8 @@ void Worker::CollectLines(HANDLE output) {
 }
 
 void Worker::End() {
-    // At the end of its input the worker leaves by itself, also out of a call that waits for a window, and the library
-    // closes its trace.
-    input.reset();
+    // The worker leaves by itself then, also out of a call that waits for a window, and the library closes its trace.
+    lifeline.reset();
     if (::WaitForSingleObject(process.get(), kEndMs) != WAIT_OBJECT_0) ::TerminateProcess(process.get(), 1);
     if (reader.joinable()) reader.join();
 }

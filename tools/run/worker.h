@@ -44,6 +44,7 @@ private:
     UniqueHandle job;
     UniqueHandle process;
     UniqueHandle input;
+    UniqueHandle lifeline;
     std::mutex mutex;
     std::condition_variable arrived;
     std::deque<std::string> lines;
