@@ -38,7 +38,7 @@ struct RunnerSettings {
 class Runner {
 public:
     /// Starts the first worker; throws as Worker does.
-    Runner(RunnerSettings runnerSettings, const Redactor& redactor);
+    Runner(RunnerSettings runnerSettings, const Redactor& wordsToHide);
 
     /// Starts a program; its process ID, or 0 when it cannot be started.
     [[nodiscard]] DWORD Launch(const std::wstring& program, const std::wstring& arguments);

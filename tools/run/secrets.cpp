@@ -1,6 +1,7 @@
 #include "run/secrets.h"
 
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
 
 #include "check/source_text.h"
@@ -129,7 +130,7 @@ void Redactor::Hide(const std::wstring& value) {
         const std::string utf8 = ToUtf8(form);
         if (std::ranges::find(hidden, utf8) == hidden.end()) hidden.push_back(utf8);
     }
-    std::ranges::sort(hidden, [](const std::string& a, const std::string& b) { return a.size() > b.size(); });
+    std::ranges::sort(hidden, std::ranges::greater(), [](const std::string& text) { return text.size(); });
 }
 
 std::string Redactor::Clean(std::string text) const {

@@ -54,7 +54,7 @@ public:
         memory.resize(size);
         ::InitializeProcThreadAttributeList(List(), 1, 0, &size);
         for (const HANDLE handle : handles) ::SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
-        ::UpdateProcThreadAttribute(List(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles.data(),
+        ::UpdateProcThreadAttribute(List(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, static_cast<void*>(handles.data()),
                                     handles.size() * sizeof(HANDLE), nullptr, nullptr);
     }
     ~InheritedHandles() { ::DeleteProcThreadAttributeList(List()); }
