@@ -9,6 +9,7 @@
 #include "support/log_capture.h"
 #include "support/practice_window.h"
 #include "support/temporary_folder.h"
+#include "support/wait.h"
 #include "support/windows_of_others.h"
 
 #include <nlohmann/json.hpp>
@@ -136,6 +137,34 @@ TEST(InspectProgram, TakesAHandleAndSaysWhenThereIsNoWindow) {
     EXPECT_EQ(2U, RunTool({L"inspect", L"--handle", L"window"}).code);
     EXPECT_EQ(1U, RunTool({L"inspect", L"NoSuchClass", L"x"}).code);
     EXPECT_EQ(2U, RunTool({L"inspect"}).code);
+}
+
+TEST(InspectProgram, SaysWhenThereIsNoPictureAndShowsTheTextAllTheSame) {
+    const TemporaryFolder folder;
+    PracticeWindow target;
+    target.Do(L"window 6");
+    ASSERT_TRUE(WaitUntil([&] { return ::IsIconic(target.Handle()) != FALSE; }));
+    const Ended ended = RunTool({L"inspect", kDialogClass, target.Title(), L"--picture", folder.File(L"x.png")});
+    EXPECT_EQ(1U, ended.code);
+    EXPECT_NE(std::string::npos, ended.Text().find("dialwright: there is no picture: the window is minimized"));
+    EXPECT_NE(std::string::npos, ended.Text().find("[12] 12  checkbox  ID 31"));
+    EXPECT_FALSE(FileExists(folder.File(L"x.png")));
+}
+
+TEST(InspectProgram, SaysWhenThePageCannotBeWritten) {
+    const TemporaryFolder folder;
+    const PracticeWindow target;
+    const std::wstring nowhere = folder.File(L"nowhere\\page.html");
+    const Ended ended = RunTool({L"inspect", kDialogClass, target.Title(), L"--html", nowhere});
+    EXPECT_EQ(2U, ended.code);
+    EXPECT_NE(std::string::npos, ended.Text().find("dialwright: " + ToUtf8(nowhere) + " cannot be written"));
+}
+
+TEST(InspectProgram, NumbersTheControlsOnlyForAPicture) {
+    const PracticeWindow target;
+    EXPECT_EQ(std::string::npos, RunTool({L"inspect", kDialogClass, target.Title()}).Text().find("[12]"));
+    const auto json = nlohmann::json::parse(RunTool({L"inspect", L"--json", kDialogClass, target.Title()}).Text());
+    EXPECT_EQ(12, json.at("controls").at(11).at("number"));
 }
 
 }  // namespace

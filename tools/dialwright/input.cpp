@@ -10,6 +10,9 @@
 #include <io.h>
 
 namespace dialwright::tools {
+namespace {
+
+}  // namespace
 
 std::optional<std::string> ReadInput(const std::string& path) {
     if (path == "-") {
@@ -21,6 +24,13 @@ std::optional<std::string> ReadInput(const std::string& path) {
     std::ifstream file(FilePath(path), std::ios::binary);
     if (!file) return std::nullopt;
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+bool WriteWholeFile(const std::string& path, std::string_view bytes) {
+    std::ofstream file(FilePath(path), std::ios::binary);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    return !file.fail();
 }
 
 void WriteOutput(std::string_view text) {

@@ -7,6 +7,7 @@
 
 #include "input.h"
 #include "look_formats.h"
+#include "look_picture.h"
 #include "platform/dpi.h"
 #include "subcommand.h"
 
@@ -22,6 +23,7 @@ struct Options {
     bool literal = false;
     bool unique = false;
     bool json = false;
+    PictureFiles files;
 
     [[nodiscard]] WindowCriteria Criteria() const {
         return {.className = Wide(className), .title = Wide(title), .literal = literal};
@@ -87,8 +89,10 @@ int Inspect(const Options& options) {
             std::fprintf(stderr, "dialwright: there is no such window; dialwright windows lists all\n");
             return kFound;
         }
-        WriteOutput(FormatControls(window, ReadControls(window.handle), options.json));
-        return kDone;
+        const std::vector<ControlInfo> controls = ReadControls(window.handle);
+        WriteOutput(options.json ? ControlsAsJson(window, controls)
+                                 : ControlsAsText(window, controls, options.files.AreWanted()));
+        return options.files.AreWanted() ? WritePictures(options.files, window, controls) : kDone;
     } catch (const std::regex_error& error) {
         return ComplainOfExpression(error);
     }
@@ -134,10 +138,14 @@ Action DefineInspect(CLI::App& command) {
     AddCriteria(command, options, false);
     command.add_option("--handle", options->handle, "the window's handle in hexadecimal, in place of class and title")
         ->check(IsHexadecimal);
+    command.add_option("--picture", options->files.picture,
+                       "a PNG to write: the window, with a number on each control");
+    command.add_option("--html", options->files.page, "a page to write: point at a control, and click for its command");
     AddJson(command, options);
     command.footer(
-        "  dialwright inspect Notepad \".*Notepad\"\n\n"
-        "Exit codes: 0 shown, 1 there is no such window, 2 usage.");
+        "  dialwright inspect Notepad \".*Notepad\"\n"
+        "  dialwright inspect Notepad \".*Notepad\" --html notepad.html\n\n"
+        "Exit codes: 0 shown, 1 there is no such window or no picture of it, 2 usage or a file that cannot be written.");
     return Bind(options, &Inspect);
 }
 

@@ -31,8 +31,9 @@ Json ToJson(const WindowInfo& window) {
             {"hung", window.hung}};
 }
 
-Json ToJson(const WindowInfo& window, const ControlInfo& control) {
-    return {{"path", Printable(control.path)},
+Json ToJson(const WindowInfo& window, const ControlInfo& control, std::size_t number) {
+    return {{"number", number},
+            {"path", Printable(control.path)},
             {"id", control.id},
             {"idFindsIt", control.idIsOurs},
             {"class", Printable(control.className)},
@@ -58,10 +59,10 @@ std::string LineOf(const WindowInfo& window) {
            "  " + Printable(FormatRectangle(window.frame)) + StateOf(window) + "\n";
 }
 
-std::string LineOf(const ControlInfo& control) {
+std::string LineOf(const ControlInfo& control, const std::string& number) {
     std::string line(static_cast<std::size_t>(control.depth) * 2, ' ');
-    line += Printable(control.path) + "  " + NameOf(control.kind) + "  ID " + std::to_string(control.id) + "  " +
-            Printable(control.className) + "  \"" + Printable(control.text) + "\"  " +
+    line += number + Printable(control.path) + "  " + NameOf(control.kind) + "  ID " + std::to_string(control.id) +
+            "  " + Printable(control.className) + "  \"" + Printable(control.text) + "\"  " +
             Printable(FormatRectangle(control.rectangle));
     if (!control.visible) line += " hidden";
     if (!control.enabled) line += " disabled";
@@ -90,19 +91,22 @@ std::string FormatMatches(const std::vector<WindowInfo>& windows, bool json) {
     return text;
 }
 
-std::string FormatControls(const WindowInfo& window, const std::vector<ControlInfo>& controls, bool json) {
-    if (json) {
-        Json all = Json::array();
-        for (const ControlInfo& control : controls) all.push_back(ToJson(window, control));
-        return JsonText({{"schema", 1},
-                         {"window", ToJson(window)},
-                         {"commands", ToJson(ReadyWindowCommands(window))},
-                         {"controls", all}});
-    }
+std::string ControlsAsJson(const WindowInfo& window, const std::vector<ControlInfo>& controls) {
+    Json all = Json::array();
+    for (const ControlInfo& control : controls) all.push_back(ToJson(window, control, all.size() + 1));
+    return JsonText({{"schema", 1},
+                     {"window", ToJson(window)},
+                     {"commands", ToJson(ReadyWindowCommands(window))},
+                     {"controls", all}});
+}
+
+std::string ControlsAsText(const WindowInfo& window, const std::vector<ControlInfo>& controls, bool numbered) {
     std::string text = LineOf(window);
     for (const std::wstring& line : ReadyWindowCommands(window)) text += "    " + Printable(line) + "\n";
+    int number = 0;
     for (const ControlInfo& control : controls) {
-        text += LineOf(control);
+        ++number;
+        text += LineOf(control, numbered ? "[" + std::to_string(number) + "] " : "");
         const std::string indent(static_cast<std::size_t>(control.depth) * 2 + 4, ' ');
         for (const std::wstring& line : ReadyCommands(window, control)) text += indent + Printable(line) + "\n";
     }

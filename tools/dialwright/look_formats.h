@@ -15,6 +15,10 @@ namespace dialwright::tools {
 /// The first is the one that a command takes.
 [[nodiscard]] std::string FormatMatches(const std::vector<WindowInfo>& windows, bool json);
 
-[[nodiscard]] std::string FormatControls(const WindowInfo& window, const std::vector<ControlInfo>& controls, bool json);
+[[nodiscard]] std::string ControlsAsJson(const WindowInfo& window, const std::vector<ControlInfo>& controls);
+
+/// With the controls' numbers where there is a picture that has them too.
+[[nodiscard]] std::string ControlsAsText(const WindowInfo& window, const std::vector<ControlInfo>& controls,
+                                         bool numbered);
 
 }  // namespace dialwright::tools

@@ -1,7 +1,10 @@
 #include "look/control_tree.h"
 
+#include <algorithm>
 #include <array>
+#include <cwctype>
 #include <map>
+#include <string_view>
 
 #include "window/describe.h"
 
@@ -28,10 +31,18 @@ ControlKind KindOfButton(LONG_PTR style) {
     }
 }
 
+/// Frameworks put their own names around the system's edit field: TEdit, WindowsForms10.EDIT.app.
+bool SoundsLikeEdit(const std::wstring& className) {
+    constexpr std::wstring_view kEdit = L"edit";
+    const auto sameLetter = [](wchar_t one, wchar_t other) { return std::towlower(one) == std::towlower(other); };
+    return std::ranges::search(className, kEdit, sameLetter).begin() != className.end();
+}
+
 ControlKind KindOf(HWND control, const std::wstring& className) {
     const LONG_PTR style = ::GetWindowLongPtrW(control, GWL_STYLE);
+    if (SoundsLikeEdit(className) && (style & ES_PASSWORD) != 0) return ControlKind::Password;
     if (IsClass(className, L"Edit") || className.starts_with(L"RichEdit") || className.starts_with(L"RICHEDIT")) {
-        return (style & ES_PASSWORD) != 0 ? ControlKind::Password : ControlKind::Edit;
+        return ControlKind::Edit;
     }
     if (IsClass(className, L"Button")) return KindOfButton(style);
     if (IsClass(className, L"ComboBox")) return ControlKind::Dropdown;
@@ -45,6 +56,21 @@ std::wstring TextOf(HWND control) {
         ::SendMessageTimeoutW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
                               SMTO_ABORTIFHUNG | SMTO_BLOCK, kAnswerMs, &length);
     return answered != 0 ? std::wstring(text.data()) : std::wstring();
+}
+
+std::wstring ClassOf(HWND control) {
+    std::array<wchar_t, 256> name{};
+    ::GetClassNameW(control, name.data(), static_cast<int>(name.size()));
+    return name.data();
+}
+
+/// As the library's position commands count.
+Rectangle FromCornerOf(HWND root, HWND control) {
+    RECT own{};
+    RECT frame{};
+    ::GetWindowRect(control, &own);
+    ::GetWindowRect(root, &frame);
+    return RelativeTo(ToRectangle(own), ToRectangle(frame));
 }
 
 using FirstById = std::map<int, HWND>;
@@ -65,9 +91,7 @@ FirstById FirstOfEachId(HWND window) {
 class TreeReader {
 public:
     explicit TreeReader(HWND topLevel) : window(topLevel), root(::GetAncestor(topLevel, GA_ROOT)) {
-        std::array<wchar_t, 256> name{};
-        ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-        isDialog = std::wstring_view(name.data()) == L"#32770";
+        isDialog = ClassOf(window) == L"#32770";
         hung = ::IsHungAppWindow(window) != FALSE;
         if (!isDialog) firstById = FirstOfEachId(window);
     }
@@ -96,22 +120,16 @@ private:
     }
 
     [[nodiscard]] ControlInfo ReadControl(HWND control, const std::wstring& path, int depth) const {
-        std::array<wchar_t, 256> name{};
-        ::GetClassNameW(control, name.data(), static_cast<int>(name.size()));
         ControlInfo info;
         info.handle = control;
         info.path = path;
         info.depth = depth;
         info.id = ::GetDlgCtrlID(control);
-        info.className = name.data();
+        info.className = ClassOf(control);
         info.idIsOurs = IsTakenById(control, info.id);
         info.kind = KindOf(control, info.className);
         if (info.kind != ControlKind::Password && !hung) info.text = TextOf(control);
-        RECT own{};
-        RECT frame{};
-        ::GetWindowRect(control, &own);
-        ::GetWindowRect(root, &frame);
-        info.rectangle = RelativeTo(ToRectangle(own), ToRectangle(frame));
+        info.rectangle = FromCornerOf(root, control);
         info.visible = ::IsWindowVisible(control) != FALSE;
         info.enabled = ::IsWindowEnabled(control) != FALSE;
         return info;
@@ -142,5 +160,24 @@ const char* NameOf(ControlKind kind) {
 }
 
 std::vector<ControlInfo> ReadControls(HWND window) { return TreeReader(window).Read(); }
+
+std::vector<Rectangle> PasswordRectangles(HWND window) {
+    struct Search {
+        HWND root;
+        std::vector<Rectangle> found;
+    } search{.root = ::GetAncestor(window, GA_ROOT), .found = {}};
+    ::EnumChildWindows(
+        search.root,
+        [](HWND child, LPARAM parameter) noexcept -> BOOL {
+            auto& [root, found] = *reinterpret_cast<Search*>(parameter);
+            const bool isShown = ::IsWindowVisible(child) != FALSE;
+            if (isShown && KindOf(child, ClassOf(child)) == ControlKind::Password) {
+                found.push_back(FromCornerOf(root, child));
+            }
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
 
 }  // namespace dialwright::tools

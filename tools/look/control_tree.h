@@ -37,4 +37,7 @@ struct ControlInfo {
 /// long: its controls then have no text.
 [[nodiscard]] std::vector<ControlInfo> ReadControls(HWND window);
 
+/// Where the visible password fields are, from the corner of the frame.
+[[nodiscard]] std::vector<Rectangle> PasswordRectangles(HWND window);
+
 }  // namespace dialwright::tools
