@@ -1,16 +1,6 @@
 # The demonstration: a script drives Wine's Notepad on a screen that nobody sees.
 # shellcheck shell=bash
 
-# The display's number comes from the server itself, so that two demonstrations never meet.
-start_screen() {
-    local number
-    exec 8< <(exec Xvfb -displayfd 1 -screen 0 1024x768x24 -nolisten tcp 2>/dev/null 9>&-)
-    screen_pid=$!
-    trap stop_wine EXIT
-    read -r -t 30 number <&8 || die "the virtual screen does not start"
-    export DIALWRIGHT_DISPLAY=:$number
-}
-
 take_picture() {
     sleep 1 # Wine paints a moment after its windows changed; there is no sign of when
     DISPLAY=$DIALWRIGHT_DISPLAY import -window root "$out/$1.png"

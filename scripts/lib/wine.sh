@@ -37,6 +37,16 @@ start_wine() {
     wine wineboot >/dev/null 2>&1 </dev/null 9>&- || die "Wine does not start in $WINEPREFIX"
 }
 
+# The display's number comes from the server itself, so that two runs never meet.
+start_screen() {
+    local number
+    exec 8< <(exec Xvfb -displayfd 1 -screen 0 1024x768x24 -nolisten tcp 2>/dev/null 9>&-)
+    screen_pid=$!
+    trap stop_wine EXIT
+    read -r -t 30 number <&8 || die "the virtual screen does not start"
+    export DIALWRIGHT_DISPLAY=:$number
+}
+
 stop_wine() {
     [ -z "${DIALWRIGHT_WINEPREFIX:-}" ] || wineserver_of_prefix -k >/dev/null 2>&1 || true
     [ -z "${screen_pid:-}" ] || kill "$screen_pid" 2>/dev/null || true

@@ -10,10 +10,6 @@
 #include <io.h>
 
 namespace dialwright::tools {
-namespace {
-
-}  // namespace
-
 std::optional<std::string> ReadInput(const std::string& path) {
     if (path == "-") {
         ::_setmode(::_fileno(stdin), _O_BINARY);
