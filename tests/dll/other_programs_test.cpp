@@ -7,8 +7,8 @@
 #include "library.h"
 #include "platform/windows.h"
 #include "support/log_capture.h"
+#include "support/other_program.h"
 #include "support/practice_window.h"
-#include "support/wait.h"
 
 // Programs that nobody here wrote.
 namespace dialwright::testing {
@@ -32,33 +32,6 @@ std::string ContentOf(const std::wstring& path) {
     std::fclose(file);
     return content;
 }
-
-/// A program started without our pipes; ended when the test is over, whatever became of it.
-class OtherProgram {
-public:
-    explicit OtherProgram(std::wstring commandLine) {
-        STARTUPINFOW startup{};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION started{};
-        if (!::CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                              &started)) {
-            return;
-        }
-        ::CloseHandle(started.hThread);
-        process = started.hProcess;
-    }
-    ~OtherProgram() {
-        ::TerminateProcess(process, 99);
-        ::CloseHandle(process);
-    }
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
-
-    [[nodiscard]] bool HasEnded() const { return ::WaitForSingleObject(process, kPatienceMs) == WAIT_OBJECT_0; }
-
-private:
-    HANDLE process = nullptr;
-};
 
 TEST(Notepad, IsTypedIntoMovedClosedAndSaved) {
     // A byte-order mark makes Notepad keep the file in UTF-8.

@@ -47,6 +47,39 @@ TEST_P(Look, NamesControlsAsTheLibraryFindsThem) {
     }
 }
 
+TEST_P(Look, TellsTheToleranceWithWhichTheLibraryFindsAControlByItsPlace) {
+    const Window window(GetParam(), target.Title(), 5000, false);
+    int narrow = 0;
+    for (const ControlInfo& control : controls) {
+        const auto& [left, top, right, bottom] = control.rectangle;
+        const int tolerance = control.tolerance.value_or(-1);
+        EXPECT_EQ(control.handle, window.FindControlByPosition(left, top, right, bottom, tolerance));
+        if (tolerance < 8) ++narrow;
+    }
+    EXPECT_EQ(0, narrow);
+}
+
+TEST_P(Look, TellsANarrowToleranceWhereControlsAreClose) {
+    target.Do(L"create edit 301 300,240,60,20 0 first");
+    target.Do(L"create edit 302 302,240,60,20 0 second");
+    target.Do(L"create edit 303 300,240,60,20 0 third");
+    const std::vector<ControlInfo> now = ReadControls(target.Handle());
+    const ControlInfo& second = ById(now, target.Control(302));
+    EXPECT_EQ(1, second.tolerance);
+    EXPECT_EQ(std::nullopt, ById(now, target.Control(303)).tolerance);
+    const auto& [left, top, right, bottom] = second.rectangle;
+    const Window window(GetParam(), target.Title(), 5000, false);
+    EXPECT_EQ(second.handle, window.FindControlByPosition(left, top, right, bottom, 1));
+    EXPECT_EQ(target.Control(301), window.FindControlByPosition(left, top, right, bottom, 2));
+    const WindowInfo info = ReadWindow(target.Handle());
+    const auto verb = [&](HWND control) {
+        const std::wstring line = ReadyCommands(info, ById(now, control), NamedBy::Rectangle).at(0);
+        return line.substr(0, line.find(L' '));
+    };
+    EXPECT_EQ(L"Window.SetText.Position", verb(second.handle));
+    EXPECT_EQ(L"Window.SetText.Path", verb(target.Control(303)));
+}
+
 TEST_P(Look, TellsKindsStatesAndTexts) {
     EXPECT_EQ(ControlKind::Edit, ById(controls, target.Control(15)).kind);
     EXPECT_EQ(L"Hello", ById(controls, target.Control(15)).text);
@@ -66,40 +99,15 @@ TEST_P(Look, NeverReadsAPasswordField) {
     EXPECT_EQ(L"", ById(now, target.Control(14)).text);
 }
 
-/// The first ready line of a control, with its placeholder filled in.
-std::wstring FirstLine(const WindowInfo& window, const ControlInfo& control) {
-    std::wstring line = ReadyCommands(window, control).at(0);
-    const std::size_t placeholder = line.find(L"TEXT");
-    if (placeholder != std::wstring::npos) line.replace(placeholder, 4, L"typed");
-    return line;
-}
-
-TEST_P(Look, WritesLinesThatMoveTheVeryControl) {
-    const WindowInfo window = ReadWindow(target.Handle());
-    int proven = 0;
-    for (const ControlInfo& control : controls) {
-        if (ReadyCommands(window, control).empty() || !control.enabled || !control.visible) continue;
-        if (control.kind == ControlKind::PushButton) continue;  // pressed in a test of its own
-        ASSERT_EQ(1, DialogScriptManager().ExecuteCommand(FirstLine(window, control).c_str())) << control.id;
-        if (control.kind == ControlKind::Edit) {
-            EXPECT_NE(std::wstring::npos, testing::TextOf(control.handle).find(L"typed")) << control.id;
-        } else if (control.kind == ControlKind::CheckBox || control.kind == ControlKind::RadioButton) {
-            EXPECT_EQ(1, testing::CheckStateOf(control.handle)) << control.id;
-        } else if (control.kind == ControlKind::Dropdown) {
-            EXPECT_EQ(0, testing::SelectionOf(control.handle)) << control.id;
-        }
-        ++proven;
-    }
-    EXPECT_GT(proven, 8);
-}
-
 TEST_P(Look, WritesALineThatPressesTheVeryButton) {
     const WindowInfo window = ReadWindow(target.Handle());
-    (void)target.TakeEvents();
-    EXPECT_EQ(1, DialogScriptManager().ExecuteCommand(FirstLine(window, ById(controls, target.Control(22))).c_str()));
-    const auto events = target.TakeEvents();
-    EXPECT_TRUE(
-        std::ranges::any_of(events, [](const std::string& event) { return event.starts_with("sent 22 BM_CLICK"); }));
+    const auto isPressed = [](const std::string& event) { return event.starts_with("sent 22 BM_CLICK"); };
+    for (const NamedBy way : {NamedBy::Id, NamedBy::Path, NamedBy::Rectangle}) {
+        (void)target.TakeEvents();
+        const std::wstring line = ReadyCommands(window, ById(controls, target.Control(22)), way).at(0);
+        EXPECT_EQ(1, DialogScriptManager().ExecuteCommand(line.c_str()));
+        EXPECT_TRUE(std::ranges::any_of(target.TakeEvents(), isPressed)) << static_cast<int>(way);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(At, Look, ::testing::Values(kDialogClass, kPlainClass),

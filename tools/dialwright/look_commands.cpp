@@ -24,9 +24,13 @@ struct Options {
     bool unique = false;
     bool json = false;
     PictureFiles files;
+    std::string way = "id";
 
     [[nodiscard]] WindowCriteria Criteria() const {
         return {.className = Wide(className), .title = Wide(title), .literal = literal};
+    }
+    [[nodiscard]] NamedBy Way() const {
+        return way == "rectangle" ? NamedBy::Rectangle : way == "path" ? NamedBy::Path : NamedBy::Id;
     }
 };
 
@@ -72,7 +76,9 @@ int Match(const Options& options) {
 
 WindowInfo WindowToInspect(const Options& options) {
     if (!options.handle.empty()) {
-        return ReadWindow(reinterpret_cast<HWND>(std::strtoull(options.handle.c_str(), nullptr, 16)));
+        const auto handle = reinterpret_cast<HWND>(std::strtoull(options.handle.c_str(), nullptr, 16));
+        // No command finds a window within another.
+        return ReadWindow(::GetAncestor(handle, GA_ROOT));
     }
     const std::vector<WindowInfo> windows = Matching(options);
     return windows.empty() ? WindowInfo() : windows.front();
@@ -90,9 +96,9 @@ int Inspect(const Options& options) {
             return kFound;
         }
         const std::vector<ControlInfo> controls = ReadControls(window.handle);
-        WriteOutput(options.json ? ControlsAsJson(window, controls)
-                                 : ControlsAsText(window, controls, options.files.AreWanted()));
-        return options.files.AreWanted() ? WritePictures(options.files, window, controls) : kDone;
+        WriteOutput(options.json ? ControlsAsJson(window, controls, options.Way())
+                                 : ControlsAsText(window, controls, options.Way(), options.files.AreWanted()));
+        return options.files.AreWanted() ? WritePictures(options.files, window, controls, options.Way()) : kDone;
     } catch (const std::regex_error& error) {
         return ComplainOfExpression(error);
     }
@@ -136,8 +142,14 @@ Action DefineMatch(CLI::App& command) {
 Action DefineInspect(CLI::App& command) {
     const auto options = std::make_shared<Options>();
     AddCriteria(command, options, false);
-    command.add_option("--handle", options->handle, "the window's handle in hexadecimal, in place of class and title")
+    command
+        .add_option("--handle", options->handle,
+                    "a handle in hexadecimal, of the window or of a control in it, in place of class and title")
         ->check(IsHexadecimal);
+    command
+        .add_option("--by", options->way,
+                    "what the lines name a control by; a path where that would find another control")
+        ->check(CLI::IsMember({"id", "path", "rectangle"}));
     command.add_option("--picture", options->files.picture,
                        "a PNG to write: the window, with a number on each control");
     command.add_option("--html", options->files.page, "a page to write: point at a control, and click for its command");

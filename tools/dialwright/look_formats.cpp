@@ -1,7 +1,6 @@
 #include "look_formats.h"
 
 #include "json_text.h"
-#include "look/ready_commands.h"
 #include "printable.h"
 #include "window/describe.h"
 
@@ -31,8 +30,11 @@ Json ToJson(const WindowInfo& window) {
             {"hung", window.hung}};
 }
 
-Json ToJson(const WindowInfo& window, const ControlInfo& control, std::size_t number) {
+Json ToleranceOf(const ControlInfo& control) { return control.tolerance ? Json(*control.tolerance) : Json(nullptr); }
+
+Json ToJson(const WindowInfo& window, const ControlInfo& control, NamedBy way, std::size_t number) {
     return {{"number", number},
+            {"handle", Printable(FormatHandleHex(control.handle))},
             {"path", Printable(control.path)},
             {"id", control.id},
             {"idFindsIt", control.idIsOurs},
@@ -40,9 +42,10 @@ Json ToJson(const WindowInfo& window, const ControlInfo& control, std::size_t nu
             {"kind", NameOf(control.kind)},
             {"text", Printable(control.text)},
             {"rectangle", ToJson(control.rectangle)},
+            {"tolerance", ToleranceOf(control)},
             {"visible", control.visible},
             {"enabled", control.enabled},
-            {"commands", ToJson(ReadyCommands(window, control))}};
+            {"commands", ToJson(ReadyCommands(window, control, way))}};
 }
 
 std::string StateOf(const WindowInfo& window) {
@@ -91,16 +94,17 @@ std::string FormatMatches(const std::vector<WindowInfo>& windows, bool json) {
     return text;
 }
 
-std::string ControlsAsJson(const WindowInfo& window, const std::vector<ControlInfo>& controls) {
+std::string ControlsAsJson(const WindowInfo& window, const std::vector<ControlInfo>& controls, NamedBy way) {
     Json all = Json::array();
-    for (const ControlInfo& control : controls) all.push_back(ToJson(window, control, all.size() + 1));
+    for (const ControlInfo& control : controls) all.push_back(ToJson(window, control, way, all.size() + 1));
     return JsonText({{"schema", 1},
                      {"window", ToJson(window)},
                      {"commands", ToJson(ReadyWindowCommands(window))},
                      {"controls", all}});
 }
 
-std::string ControlsAsText(const WindowInfo& window, const std::vector<ControlInfo>& controls, bool numbered) {
+std::string ControlsAsText(const WindowInfo& window, const std::vector<ControlInfo>& controls, NamedBy way,
+                           bool numbered) {
     std::string text = LineOf(window);
     for (const std::wstring& line : ReadyWindowCommands(window)) text += "    " + Printable(line) + "\n";
     int number = 0;
@@ -108,7 +112,7 @@ std::string ControlsAsText(const WindowInfo& window, const std::vector<ControlIn
         ++number;
         text += LineOf(control, numbered ? "[" + std::to_string(number) + "] " : "");
         const std::string indent(static_cast<std::size_t>(control.depth) * 2 + 4, ' ');
-        for (const std::wstring& line : ReadyCommands(window, control)) text += indent + Printable(line) + "\n";
+        for (const std::wstring& line : ReadyCommands(window, control, way)) text += indent + Printable(line) + "\n";
     }
     return text;
 }

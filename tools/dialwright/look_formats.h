@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "look/control_tree.h"
+#include "look/ready_commands.h"
 #include "look/window_list.h"
 
 namespace dialwright::tools {
@@ -15,10 +16,11 @@ namespace dialwright::tools {
 /// The first is the one that a command takes.
 [[nodiscard]] std::string FormatMatches(const std::vector<WindowInfo>& windows, bool json);
 
-[[nodiscard]] std::string ControlsAsJson(const WindowInfo& window, const std::vector<ControlInfo>& controls);
+[[nodiscard]] std::string ControlsAsJson(const WindowInfo& window, const std::vector<ControlInfo>& controls,
+                                         NamedBy way);
 
 /// With the controls' numbers where there is a picture that has them too.
 [[nodiscard]] std::string ControlsAsText(const WindowInfo& window, const std::vector<ControlInfo>& controls,
-                                         bool numbered);
+                                         NamedBy way, bool numbered);
 
 }  // namespace dialwright::tools

@@ -42,10 +42,12 @@ bool Write(const std::string& path, const std::string& bytes) {
 
 }  // namespace
 
-int WritePictures(const PictureFiles& files, const WindowInfo& window, const std::vector<ControlInfo>& controls) {
+int WritePictures(const PictureFiles& files, const WindowInfo& window, const std::vector<ControlInfo>& controls,
+                  NamedBy way) {
     const std::string png = AnnotatedPng(window, controls);
     if (!files.picture.empty() && !png.empty() && !Write(files.picture, png)) return kUsage;
-    if (!files.page.empty() && !Write(files.page, InspectPage(ControlsAsJson(window, controls), png))) return kUsage;
+    if (!files.page.empty() && !Write(files.page, InspectPage(ControlsAsJson(window, controls, way), png)))
+        return kUsage;
     return png.empty() ? kFound : kDone;
 }
 

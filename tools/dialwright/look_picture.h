@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "look/control_tree.h"
+#include "look/ready_commands.h"
 #include "look/window_list.h"
 
 namespace dialwright::tools {
@@ -19,6 +20,6 @@ struct PictureFiles {
 /// Takes the window's picture and writes what is wanted; complains on standard error. Returns the exit code. Without a
 /// picture there is no picture file, and the page has the list alone.
 [[nodiscard]] int WritePictures(const PictureFiles& files, const WindowInfo& window,
-                                const std::vector<ControlInfo>& controls);
+                                const std::vector<ControlInfo>& controls, NamedBy way);
 
 }  // namespace dialwright::tools

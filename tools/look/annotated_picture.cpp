@@ -81,7 +81,8 @@ std::vector<Mark> MarksOf(const std::vector<ControlInfo>& controls) {
     for (const ControlInfo& control : controls) {
         ++number;
         if (!control.visible) continue;
-        const bool acts = control.kind != ControlKind::Other && control.kind != ControlKind::GroupBox;
+        const bool acts = control.kind != ControlKind::Other && control.kind != ControlKind::GroupBox &&
+                          control.kind != ControlKind::ReadOnlyEdit;
         marks.push_back({.number = number, .place = control.rectangle, .acts = acts});
     }
     return marks;

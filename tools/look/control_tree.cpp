@@ -6,6 +6,7 @@
 #include <map>
 #include <string_view>
 
+#include "look/position_rule.h"
 #include "window/describe.h"
 
 namespace dialwright::tools {
@@ -42,7 +43,7 @@ ControlKind KindOf(HWND control, const std::wstring& className) {
     const LONG_PTR style = ::GetWindowLongPtrW(control, GWL_STYLE);
     if (SoundsLikeEdit(className) && (style & ES_PASSWORD) != 0) return ControlKind::Password;
     if (IsClass(className, L"Edit") || className.starts_with(L"RichEdit") || className.starts_with(L"RICHEDIT")) {
-        return ControlKind::Edit;
+        return (style & ES_READONLY) != 0 ? ControlKind::ReadOnlyEdit : ControlKind::Edit;
     }
     if (IsClass(className, L"Button")) return KindOfButton(style);
     if (IsClass(className, L"ComboBox")) return ControlKind::Dropdown;
@@ -98,6 +99,9 @@ public:
 
     std::vector<ControlInfo> Read() {
         ReadChildren(window, L"", 1);
+        std::vector<Rectangle> places;
+        for (const ControlInfo& control : controls) places.push_back(control.rectangle);
+        for (std::size_t i = 0; i < controls.size(); ++i) controls[i].tolerance = ToleranceThatFinds(places, i);
         return std::move(controls);
     }
 
@@ -112,8 +116,10 @@ private:
         }
     }
 
-    /// A dialog is asked for its child, any other window for its first descendant.
+    /// A dialog is asked for its child, any other window for its first descendant. Some frameworks take the handle for
+    /// the ID: that one is another at the next start.
     [[nodiscard]] bool IsTakenById(HWND control, int id) const {
+        if (id == static_cast<int>(reinterpret_cast<std::intptr_t>(control))) return false;
         if (isDialog) return ::GetDlgItem(window, id) == control;
         const auto first = firstById.find(id);
         return first != firstById.end() && first->second == control;
@@ -148,6 +154,7 @@ private:
 const char* NameOf(ControlKind kind) {
     switch (kind) {
         case ControlKind::Edit: return "edit";
+        case ControlKind::ReadOnlyEdit: return "readonly";
         case ControlKind::Password: return "password";
         case ControlKind::PushButton: return "button";
         case ControlKind::CheckBox: return "checkbox";

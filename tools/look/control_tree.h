@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,17 @@
 
 namespace dialwright::tools {
 
-enum class ControlKind : std::uint8_t { Edit, Password, PushButton, CheckBox, RadioButton, GroupBox, Dropdown, Other };
+enum class ControlKind : std::uint8_t {
+    Edit,
+    ReadOnlyEdit,
+    Password,
+    PushButton,
+    CheckBox,
+    RadioButton,
+    GroupBox,
+    Dropdown,
+    Other
+};
 
 /// The kind as lists and JSON name it.
 [[nodiscard]] const char* NameOf(ControlKind kind);
@@ -17,12 +28,15 @@ enum class ControlKind : std::uint8_t { Edit, Password, PushButton, CheckBox, Ra
 /// A control as it stood when it was read.
 struct ControlInfo {
     HWND handle = nullptr;
-    /// How the library's path commands name it, such as "2.1".
+    /// How the library's path commands name it, such as "2.1". They always find it: it was found the same way.
     std::wstring path;
     int depth = 0;
     int id = 0;
     /// The library's ID commands would take this very control.
     bool idIsOurs = false;
+    /// With this tolerance the library's position commands would take this very control; none where another one lies in
+    /// the same place.
+    std::optional<int> tolerance;
     std::wstring className;
     ControlKind kind = ControlKind::Other;
     /// Empty for a password field, whatever stands in it.

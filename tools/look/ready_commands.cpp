@@ -16,10 +16,11 @@ std::wstring Criteria(const WindowInfo& window) {
            QuoteToken(EscapeForExpression(window.title));
 }
 
-/// A verb with its two names: the one that takes an ID, and the one that takes a path.
+/// A verb with its name for each way to name a control.
 struct Verb {
     const wchar_t* byId;
     const wchar_t* byPath;
+    const wchar_t* byRectangle;
     const wchar_t* argument;
 };
 
@@ -27,29 +28,57 @@ std::vector<Verb> VerbsFor(ControlKind kind) {
     switch (kind) {
         case ControlKind::Edit:
         case ControlKind::Password:
-            return {{L"Window.SetText", L"Window.SetText.Path", L" \"TEXT\""},
-                    {L"Window.ClearText", L"Window.ClearText.Path", L""}};
-        case ControlKind::PushButton: return {{L"Window.ClickButton", L"Window.ClickButton.Path", L""}};
-        case ControlKind::CheckBox: return {{L"Window.SetCheckbox", L"Window.SetCheckbox.ByPath", L" 1"}};
-        case ControlKind::RadioButton: return {{L"Window.SelectRadio", L"Window.SelectRadio.ByPath", L""}};
+            return {{L"Window.SetText", L"Window.SetText.Path", L"Window.SetText.Position", L" \"TEXT\""},
+                    {L"Window.ClearText", L"Window.ClearText.Path", L"Window.ClearText.Position", L""}};
+        case ControlKind::PushButton:
+            return {{L"Window.ClickButton", L"Window.ClickButton.Path", L"Window.ClickButton.Position", L""}};
+        case ControlKind::CheckBox:
+            return {{L"Window.SetCheckbox", L"Window.SetCheckbox.ByPath", L"Window.SetCheckbox.ByPosition", L" 1"}};
+        case ControlKind::RadioButton:
+            return {{L"Window.SelectRadio", L"Window.SelectRadio.ByPath", L"Window.SelectRadio.ByPosition", L""}};
         case ControlKind::Dropdown:
-            return {{L"Window.SelectDropdown.Index", L"Window.SelectDropdown.ByPath.Index", L" 0"},
-                    {L"Window.SelectDropdown.Value", L"Window.SelectDropdown.ByPath.Value", L" \"ITEM\""}};
+            return {{L"Window.SelectDropdown.Index", L"Window.SelectDropdown.ByPath.Index",
+                     L"Window.SelectDropdown.ByPosition.Index", L" 0"},
+                    {L"Window.SelectDropdown.Value", L"Window.SelectDropdown.ByPath.Value",
+                     L"Window.SelectDropdown.ByPosition.Value", L" \"ITEM\""}};
+        case ControlKind::ReadOnlyEdit:
         case ControlKind::GroupBox:
         case ControlKind::Other: break;
     }
     return {};
 }
 
+/// What is asked for, or a path where that would find another control.
+NamedBy WayToName(const ControlInfo& control, NamedBy wanted) {
+    const bool finds = wanted == NamedBy::Id ? control.idIsOurs : control.tolerance.has_value();
+    return finds ? wanted : NamedBy::Path;
+}
+
+std::wstring RectangleText(const Rectangle& r, int tolerance) {
+    return std::to_wstring(r.left) + L"," + std::to_wstring(r.top) + L"," + std::to_wstring(r.right) + L"," +
+           std::to_wstring(r.bottom) + L" " + std::to_wstring(tolerance);
+}
+
+/// The verb's name, the window and the control.
+std::wstring Beginning(const WindowInfo& window, const ControlInfo& control, const Verb& verb, NamedBy way) {
+    switch (way) {
+        case NamedBy::Id: return verb.byId + Criteria(window) + L" " + std::to_wstring(control.id);
+        case NamedBy::Rectangle:
+            return verb.byRectangle + Criteria(window) + L" " +
+                   RectangleText(control.rectangle, control.tolerance.value_or(0));
+        case NamedBy::Path: break;
+    }
+    return verb.byPath + Criteria(window) + L" " + control.path;
+}
+
 }  // namespace
 
-std::vector<std::wstring> ReadyCommands(const WindowInfo& window, const ControlInfo& control) {
+std::vector<std::wstring> ReadyCommands(const WindowInfo& window, const ControlInfo& control, NamedBy wanted) {
     std::vector<std::wstring> lines;
     if (!CanBeNamed(window)) return lines;
+    const NamedBy way = WayToName(control, wanted);
     for (const Verb& verb : VerbsFor(control.kind)) {
-        const std::wstring place = control.idIsOurs ? std::to_wstring(control.id) : control.path;
-        lines.push_back((control.idIsOurs ? verb.byId : verb.byPath) + Criteria(window) + L" " + place + verb.argument +
-                        std::wstring(kTimeout));
+        lines.push_back(Beginning(window, control, verb, way) + verb.argument + std::wstring(kTimeout));
     }
     return lines;
 }
