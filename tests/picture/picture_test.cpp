@@ -142,5 +142,23 @@ TEST(InspectOnAScreen, WritesAPageWithoutAPictureOfAMinimizedWindow) {
     EXPECT_NE(std::string::npos, ReadFile(OutputFile(L"minimized.html")).find("src=\"\""));
 }
 
+TEST(FailurePicture, HidesTheControlThatGotASecret) {
+    constexpr tools::Colour kBlank = 0xB4BBC6;
+    const PracticeWindow target;
+    const TemporaryFolder folder;
+    WriteFile(folder.File(L"secrets.txt"), "NAME=Ada Lovelace\n");
+    const Ended ended =
+        RunTool({L"run", L"--secret-file", folder.File(L"secrets.txt"), L"--on-failure", L"screenshot", L"--evidence",
+                 folder.File(L"evidence"), L"-c", target.Line(L"Window.SetText", L"12 ${secret:NAME} 5000"), L"-c",
+                 target.Line(L"Window.SetText", L"13 \"nobody\" 5000"), L"-c",
+                 target.Line(L"Window.ClickButton", L"4711 100")});
+    EXPECT_EQ(1U, ended.code) << ended.Text();
+    EXPECT_NE(std::string::npos, ended.Text().find("see ")) << ended.Text();
+    const Picture picture = DecodePng(ReadFile(folder.File(L"evidence\\-command--L3.png")));
+    EXPECT_TRUE(IsFilledWith(picture, InsideOf(target.Control(12)), kBlank));
+    EXPECT_FALSE(IsFilledWith(picture, InsideOf(target.Control(13)), kBlank));
+    EXPECT_GT(DetailIn(picture, InsideOf(target.Control(15))), 0);
+}
+
 }  // namespace
 }  // namespace dialwright::testing

@@ -1,19 +1,22 @@
 #include "evidence.h"
 
 #include <cstdio>
-#include <fstream>
-#include <functional>
+#include <string_view>
 #include <system_error>
 
 #include "input.h"
+#include "language/rectangle.h"
 #include "look/control_tree.h"
+#include "look/png.h"
+#include "look/window_picture.h"
 #include "look_formats.h"
 #include "platform/text_encoding.h"
+#include "window/describe.h"
 
 namespace dialwright::tools {
 namespace {
 
-/// "sign-in.txt-L4", with the hyphen for what no file name may hold.
+/// "sign-in.txt-L4", with a hyphen for what no file name may hold.
 std::wstring NameOf(const LineReport& line) {
     std::wstring name = FilePath(line.file).filename().wstring();
     for (wchar_t& unit : name) {
@@ -22,32 +25,48 @@ std::wstring NameOf(const LineReport& line) {
     return name + L"-L" + std::to_wstring(line.line);
 }
 
-bool WriteWhole(const std::filesystem::path& path, const std::string& text) {
-    std::ofstream file(path, std::ios::binary);
-    file << text;
-    return static_cast<bool>(file.flush());
-}
-
-/// The window and its controls, or all windows where the target was not found.
 std::string TreeOf(HWND window, const Redactor& redactor) {
     if (!::IsWindow(window)) return redactor.Clean(FormatWindows(ListTopLevelWindows(), true));
-    return redactor.Clean(FormatControls(ReadWindow(window), ReadControls(window), true));
+    return redactor.Clean(ControlsAsJson(ReadWindow(window), ReadControls(window), NamedBy::Id));
+}
+
+std::vector<Rectangle> PlacesOf(const std::vector<HWND>& controls, HWND window) {
+    RECT frame{};
+    ::GetWindowRect(::GetAncestor(window, GA_ROOT), &frame);
+    std::vector<Rectangle> places;
+    for (const HWND control : controls) {
+        RECT own{};
+        if (::GetWindowRect(control, &own)) places.push_back(RelativeTo(ToRectangle(own), ToRectangle(frame)));
+    }
+    return places;
+}
+
+/// Empty where there is none.
+std::string PictureOf(HWND window, const std::vector<HWND>& controlsWithSecrets) {
+    const WindowPicture taken = TakeWindowPicture(window, PlacesOf(controlsWithSecrets, window));
+    if (taken.trouble == nullptr) return EncodePng(taken.picture);
+    std::fprintf(stderr, "dialwright: %s\n", taken.trouble);
+    return {};
 }
 
 }  // namespace
 
 std::vector<std::string> SaveEvidence(const EvidenceSettings& settings, const LineReport& line,
-                                      const LineResult& result, const Redactor& redactor) {
+                                      const LineResult& result, const Redactor& redactor,
+                                      const std::vector<HWND>& controlsWithSecrets) {
     std::vector<std::string> saved;
     std::error_code failed;
     if (!settings.kinds.empty()) std::filesystem::create_directories(settings.folder, failed);
     for (const std::string& kind : settings.kinds) {
-        if (kind != "tree") continue;
-        const std::filesystem::path path = settings.folder / (NameOf(line) + L".json");
-        if (WriteWhole(path, TreeOf(result.window, redactor))) {
-            saved.push_back(ToUtf8(path.wstring()));
+        const bool isTree = kind == "tree";
+        const std::string bytes =
+            isTree ? TreeOf(result.window, redactor) : PictureOf(result.window, controlsWithSecrets);
+        if (bytes.empty()) continue;
+        const std::string path = ToUtf8((settings.folder / (NameOf(line) + (isTree ? L".json" : L".png"))).wstring());
+        if (WriteWholeFile(path, bytes)) {
+            saved.push_back(path);
         } else {
-            std::fprintf(stderr, "dialwright: %s cannot be written\n", ToUtf8(path.wstring()).c_str());
+            std::fprintf(stderr, "dialwright: %s cannot be written\n", path.c_str());
         }
     }
     return saved;

@@ -16,9 +16,10 @@ struct EvidenceSettings {
     std::vector<std::string> kinds;
 };
 
-/// Writes down how the target of a failed line stands, without secrets. Returns the files in UTF-8; what cannot be
-/// written is told on standard error.
+/// Writes down how the target of a failed line stands, or all windows where it was not found: without secrets, and with
+/// the controls blank that were given one. Returns the files in UTF-8; what cannot be written is told on standard error.
 [[nodiscard]] std::vector<std::string> SaveEvidence(const EvidenceSettings& settings, const LineReport& line,
-                                                    const LineResult& result, const Redactor& redactor);
+                                                    const LineResult& result, const Redactor& redactor,
+                                                    const std::vector<HWND>& controlsWithSecrets);
 
 }  // namespace dialwright::tools

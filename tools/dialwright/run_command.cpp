@@ -1,6 +1,5 @@
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -167,9 +166,10 @@ private:
             current = Printable(line.file) + ":" + std::to_string(line.line) + "  " + Printable(line.text);
         };
         settings.lineEnded = [this](const LineReport& line) { Hear(line); };
-        settings.saveEvidence = [this, &redactor](const LineReport& line, const LineResult& result) {
+        settings.saveEvidence = [this, &redactor](const LineReport& line, const LineResult& result,
+                                                  const std::vector<HWND>& controlsWithSecrets) {
             return SaveEvidence({.folder = FilePath(options.evidenceFolder), .kinds = options.onFailure}, line, result,
-                                redactor);
+                                redactor, controlsWithSecrets);
         };
         return settings;
     }
@@ -200,9 +200,7 @@ private:
         if (options.json) WriteOutput(FormatRunAsJson(report));
         std::fputs(FormatSum(report).c_str(), stderr);
         if (options.junitFile.empty()) return exitCode;
-        std::ofstream file(FilePath(options.junitFile), std::ios::binary);
-        file << FormatRunAsJUnit(report);
-        if (file.flush()) return exitCode;
+        if (WriteWholeFile(options.junitFile, FormatRunAsJUnit(report))) return exitCode;
         std::fprintf(stderr, "dialwright: %s cannot be written\n", options.junitFile.c_str());
         return exitCode == kDone ? kEnvironment : exitCode;
     }

@@ -78,6 +78,7 @@ bool Runner::RunLine(const PlannedLine& line, LineReport& lineReport) {
     LineResult result = LineRunner(settings.lines).Run(*worker, line.text);
     const Ending ending = result.ending;
     const bool failed = !result.reason.code.empty();
+    if (!line.secrets.empty()) controlsWithSecrets.push_back(result.control);
     Describe(line, std::move(result), lineReport);
     // A call that lived on would post its second click when the dialog has gone, and open it again.
     if (NeedsNewWorker(ending) && ending != Ending::Interrupted) RenewWorker();
@@ -102,7 +103,7 @@ void Runner::Describe(const PlannedLine& line, LineResult&& result, LineReport& 
     lineReport.reason = redactor.Clean(result.reason.sentence);
     lineReport.suggestion =
         redactor.Clean(Suggest(ReadCommandLine(line.text), result.reason, result.window, result.control));
-    if (settings.saveEvidence) lineReport.files = settings.saveEvidence(lineReport, result);
+    if (settings.saveEvidence) lineReport.files = settings.saveEvidence(lineReport, result, controlsWithSecrets);
 }
 
 void Runner::RenewWorker() {

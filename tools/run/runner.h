@@ -28,7 +28,9 @@ struct RunnerSettings {
     std::function<void(const LineReport&)> lineBegins;
     std::function<void(const LineReport&)> lineEnded;
     /// Called for a line that failed, while the target is as the line left it; returns the files that it wrote.
-    std::function<std::vector<std::string>(const LineReport&, const LineResult&)> saveEvidence;
+    std::function<std::vector<std::string>(const LineReport&, const LineResult&,
+                                           const std::vector<HWND>& controlsWithSecrets)>
+        saveEvidence;
 };
 
 /// A report of lines that have not been run.
@@ -59,6 +61,7 @@ private:
     HostPlace place;
     std::unique_ptr<Worker> worker;
     RunReport report;
+    std::vector<HWND> controlsWithSecrets;
     RunEnd end = RunEnd::Done;
 };
 
