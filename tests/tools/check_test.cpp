@@ -112,9 +112,69 @@ TEST(CheckScript, WarnsOfTheSharpEdges) {
     for (const Row& row : rows) EXPECT_EQ(row.expected, CodesOf(row.line)) << row.line;
 }
 
+/// A dialog with a check box, a radio button and a push button, the latter in a panel; and the box once more, where IDs
+/// do not reach.
+KnownWindow SignIn() {
+    const auto at = [](int left) { return Rectangle{.left = left, .top = 10, .right = left + 50, .bottom = 30}; };
+    KnownWindow window{.className = L"#32770", .title = L"Sign in (1)", .controls = {}};
+    window.controls = {
+        {.path = L"1", .id = 31, .idFindsIt = true, .rectangle = at(0), .kind = KnownKind::CheckBox},
+        {.path = L"2", .id = 41, .idFindsIt = true, .rectangle = at(100), .kind = KnownKind::RadioButton},
+        {.path = L"3", .id = 0, .idFindsIt = true, .rectangle = at(200), .kind = KnownKind::Other},
+        {.path = L"3.1", .id = 1, .idFindsIt = false, .rectangle = at(203), .kind = KnownKind::CheckBox},
+        {.path = L"4", .id = 1, .idFindsIt = true, .rectangle = at(300), .kind = KnownKind::Other}};
+    return window;
+}
+
+TEST(CheckScript, WarnsOfClicksOnKnownCheckBoxesAndRadioButtons) {
+    const std::vector<KnownWindow> known = {{.className = L"Notepad", .title = L"Untitled", .controls = {}}, SignIn()};
+    const std::string window = R"w( #32770 "sign in \\(1\\)" )w";
+    const struct {
+        std::string line;
+        const wchar_t* expected;
+    } rows[] = {
+        {"Window.ClickButton" + window + "31 5000", L"box leaves it as it was; use Window.SetCheckbox"},
+        {"Window.ClickButton" + window + "31", L"box leaves it as it was; use Window.SetCheckbox"},
+        {"Window.ClickButton.NonRegex #32770 Sign 31 5000", L"box leaves it as it was; use Window.SetCheckbox"},
+        {"Window.ClickButton" + window + "41 5000", L"radio button acts twice; use Window.SelectRadio"},
+        {"Window.ClickButton.Path" + window + "3.1 5000", L"use Window.SetCheckbox.ByPath"},
+        {"Window.ClickButton.Path" + window + "3.1. 5000", L"use Window.SetCheckbox.ByPath"},
+        {"Window.ClickButton.Position" + window + "101,10,151,30 1 5000", L"use Window.SelectRadio.ByPosition"},
+        {"Window.ClickButton.Position" + window + "203,10,253,30 2 5000", L"use Window.SetCheckbox.ByPosition"},
+        // The library would take the one before, which is within the tolerance too.
+        {"Window.ClickButton.Position" + window + "203,10,253,30 3 5000", nullptr},
+        {"Window.ClickButton.Position" + window + "101,10,151,30 0 5000", nullptr},
+        {"Window.ClickButton" + window + "1 5000", nullptr},
+        {"Window.ClickButton" + window + "99 5000", nullptr},
+        {"Window.ClickButton.NonRegex #32770 sign 31 5000", nullptr},
+        {"Window.ClickButton #32770 \"Sign in\" 31 5000", nullptr},
+        {"Window.ClickButton Button \".*\" 31 5000", nullptr},
+        {"Window.SetCheckbox" + window + "31 1 5000", nullptr},
+    };
+    for (const auto& row : rows) {
+        const auto findings = CheckScript(ReadSource(row.line), known);
+        EXPECT_EQ(row.expected == nullptr ? 0U : 1U, findings.size()) << row.line;
+        if (row.expected == nullptr || findings.empty()) continue;
+        EXPECT_EQ("DW305", findings[0].code) << row.line;
+        EXPECT_TRUE(findings[0].text.ends_with(row.expected)) << row.line;
+        EXPECT_EQ(Codes{}, CodesOf(row.line)) << row.line;
+    }
+}
+
+TEST(CheckScript, FindsTheSameErrorsWhateverItKnows) {
+    const std::vector<KnownWindow> known = {SignIn()};
+    EXPECT_EQ(1U, CheckScript(ReadSource("Window.ClickButton ( \".*\" 31 5000"), known).size());
+    EXPECT_EQ(1U, CheckScript(ReadSource("Window.ClickButton .* .* x 5000"), known).size());
+    EXPECT_EQ(1U, CheckScript(ReadSource("Window.ClickButton.Path .* .* 0 5000"), known).size());
+    EXPECT_EQ(1U, CheckScript(ReadSource("Window.ClickButton.Position .* .* 1,2 3 5000"), known).size());
+    EXPECT_EQ(1U, CheckScript(ReadSource("Window.ClickButton.Position .* .* 0,10,50,30 -1 5000"), known).size());
+}
+
 TEST(CheckScript, NamesEveryRuleThatItReports) {
-    for (const char* script : {"", "Window.SetText c t 1 correct horse", "# x\nWindow.Close ( (1) 0"}) {
-        for (const Finding& finding : CheckScript(ReadSource(script))) {
+    const std::vector<KnownWindow> known = {SignIn()};
+    for (const char* script :
+         {"", "Window.SetText c t 1 correct horse", "# x\nWindow.Close ( (1) 0", "Window.ClickButton .* .* 31 5000"}) {
+        for (const Finding& finding : CheckScript(ReadSource(script), known)) {
             EXPECT_NE(AllRules().end(), std::ranges::find(AllRules(), finding.code, &Rule::code)) << finding.code;
         }
     }

@@ -77,6 +77,43 @@ TEST_F(CheckProgram, PrintsJson) {
     EXPECT_EQ(1, finding.at("line"));
 }
 
+TEST_F(CheckProgram, KnowsTheCheckBoxesOfInspectedWindows) {
+    const PracticeWindow target;
+    const PracticeWindow other(kPlainClass);
+    const auto inspected = [&](const PracticeWindow& window, const wchar_t* windowClass, const wchar_t* file) {
+        WriteFile(folder.File(file), RunTool({L"inspect", L"--json", windowClass, window.Title()}).Text());
+        return folder.File(file);
+    };
+    const std::wstring dialog = inspected(target, kDialogClass, L"dialog.json");
+    const std::wstring plain = inspected(other, kPlainClass, L"plain.json");
+    const std::wstring path = Script(ToUtf8(target.Line(L"Window.ClickButton", L"21 5000\n")) +
+                                     ToUtf8(target.Line(L"Window.ClickButton", L"31 5000\n")) +
+                                     ToUtf8(target.Line(L"Window.ClickButton", L"64 5000\n")) +
+                                     ToUtf8(other.Line(L"Window.ClickButton", L"64 5000\n")));
+    EXPECT_EQ(0U, RunTool({L"check", path}).code);
+    const Ended ended = RunTool({L"check", L"--inspect", dialog, L"--inspect", plain, path});
+    EXPECT_EQ(1U, ended.code);
+    // In a dialog no ID reaches the box within panels.
+    ASSERT_EQ(2U, ended.lines.size()) << ended.Text();
+    EXPECT_NE(std::string::npos, ended.lines[0].find(":2:")) << ended.lines[0];
+    EXPECT_NE(std::string::npos, ended.lines[1].find(":4:")) << ended.lines[1];
+    EXPECT_TRUE(
+        ended.lines[0].ends_with(" warning DW305: a click on a check box leaves it as it was; use Window.SetCheckbox"))
+        << ended.lines[0];
+}
+
+TEST_F(CheckProgram, RefusesAnInspectionThatIsNone) {
+    const std::wstring path = Script("Window.Close c t 5000\n");
+    for (const char* text : {"", "{}", "[1]", R"({"schema": 1, "window": 3, "controls": []})",
+                             R"({"schema": 2, "window": {"class": "c", "title": "t"}, "controls": []})"}) {
+        WriteFile(folder.File(L"x.json"), text);
+        const Ended ended = RunTool({L"check", L"--inspect", folder.File(L"x.json"), path});
+        EXPECT_EQ(2U, ended.code) << text;
+        EXPECT_NE(std::string::npos, ended.Text().find("x.json is not what inspect --json prints")) << ended.Text();
+    }
+    EXPECT_EQ(2U, RunTool({L"check", L"--inspect", folder.File(L"nowhere.json"), path}).code);
+}
+
 TEST_F(CheckProgram, RefusesWhatItCannotRead) {
     EXPECT_EQ(2U, RunTool({L"check", folder.File(L"nowhere.txt")}).code);
     EXPECT_EQ(2U, RunTool({L"check"}).code);

@@ -29,6 +29,7 @@ constexpr std::array kRules = {
     Rule{"DW302", "blanks-before-masked-command", "Blanks before the name: the typed text is logged in clear."},
     Rule{"DW303", "several-words-unquoted", "Only one word of the text is hidden in the log."},
     Rule{"DW304", "expression-or-title", "The title reads like plain text, but holds what expressions give a meaning."},
+    Rule{"DW305", "click-on-check-box", "A click on what an inspected window has as a check box or radio button."},
     Rule{"DW306", "trailing-characters", "What stands behind the number is ignored."},
     Rule{"DW307", "timeout-zero", "A timeout of 0 means 10,000 milliseconds."},
     Rule{"DW308", "quoted-masked-command", "A quoted name: the typed text is logged in clear."},
@@ -76,11 +77,12 @@ bool CheckShape(LineContext& line, Findings& findings) {
     return false;
 }
 
-void CheckLine(const SourceLine& source, Findings& findings) {
+void CheckLine(const SourceLine& source, std::span<const KnownWindow> known, Findings& findings) {
     LineContext line{.number = source.number, .text = source.text, .tokens = TokenizeWithOffsets(source.text)};
     if (!CheckShape(line, findings)) return;
     CheckValues(line, findings);
     CheckHabits(line, findings);
+    CheckKnownClicks(line, known, findings);
 }
 
 void NoteComments(const SourceText& source, Findings& findings) {
@@ -93,7 +95,8 @@ void NoteComments(const SourceText& source, Findings& findings) {
 
 }  // namespace
 
-std::vector<Finding> CheckScript(const SourceText& source, const std::function<void(std::size_t line)>& checked) {
+std::vector<Finding> CheckScript(const SourceText& source, std::span<const KnownWindow> known,
+                                 const std::function<void(std::size_t line)>& checked) {
     constexpr std::size_t kLinesBetween = 1000;
     Findings findings;
     bool hasCommand = false;
@@ -101,7 +104,7 @@ std::vector<Finding> CheckScript(const SourceText& source, const std::function<v
         if (checked && line.number % kLinesBetween == 0) checked(line.number);
         if (line.isComment || SplitScriptLines(line.text).empty()) continue;
         hasCommand = true;
-        CheckLine(line, findings);
+        CheckLine(line, known, findings);
     }
     if (!hasCommand) findings.push_back({.code = "DW101", .text = L"the script holds no command"});
     if (source.hadZero) findings.push_back({.code = "DW290", .text = L"the script holds a zero character"});

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "check/finding.h"
+#include "check/known_windows.h"
 #include "language/commands.h"
 #include "language/tokenizer.h"
 
@@ -28,10 +30,16 @@ struct LineContext {
     }
 };
 
+// A tool has the usual stack of a program; a host with less refuses patterns of some thousand characters earlier.
+inline constexpr std::size_t kUsualStackBytes = 1U << 20U;
+
 using Findings = std::vector<Finding>;
 
 /// DW2xx: what must fail when the line runs, whatever windows there are.
 void CheckValues(const LineContext& line, Findings& findings);
+
+/// DW305: clicks on what is known to be no push button.
+void CheckKnownClicks(const LineContext& line, std::span<const KnownWindow> known, Findings& findings);
 
 /// DW3xx: what works, but hardly as it was meant.
 void CheckHabits(const LineContext& line, Findings& findings);

@@ -9,9 +9,6 @@
 namespace dialwright::tools {
 namespace {
 
-// A tool has the usual stack of a program; a host with less refuses patterns of some thousand characters earlier.
-constexpr std::size_t kUsualStackBytes = 1U << 20U;
-
 bool IsNumber(const std::wstring& text) {
     int ignored = 0;
     return TryParseInt(text, &ignored);

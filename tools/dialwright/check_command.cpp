@@ -2,12 +2,14 @@
 #include <chrono>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "check/check.h"
 #include "check_formats.h"
 #include "input.h"
+#include "known_windows_file.h"
 #include "platform/text_encoding.h"
 #include "printable.h"
 #include "progress_line.h"
@@ -22,6 +24,7 @@ struct Options {
     std::vector<std::string> files;
     std::string format = "text";
     std::vector<std::string> disabled;
+    std::vector<std::string> inspected;
     bool emit = false;
 };
 
@@ -29,7 +32,8 @@ bool IsDisabled(const Options& options, const Finding& finding) {
     return std::ranges::find(options.disabled, std::string(finding.code)) != options.disabled.end();
 }
 
-CheckedFile CheckOne(const Options& options, const std::string& file, const SourceText& source) {
+CheckedFile CheckOne(const Options& options, const std::vector<KnownWindow>& known, const std::string& file,
+                     const SourceText& source) {
     ProgressLine progress;
     const auto begin = std::chrono::steady_clock::now();
     const auto show = [&](std::size_t line) {
@@ -37,12 +41,29 @@ CheckedFile CheckOne(const Options& options, const std::string& file, const Sour
         progress.Show("checking " + Printable(file) + ":" + std::to_string(line),
                       std::chrono::duration_cast<std::chrono::milliseconds>(waited));
     };
-    CheckedFile checked{.file = file, .findings = CheckScript(source, show)};
+    CheckedFile checked{.file = file, .findings = CheckScript(source, known, show)};
     std::erase_if(checked.findings, [&](const Finding& finding) { return IsDisabled(options, finding); });
     return checked;
 }
 
+/// Nothing, and a complaint, where a file is not what inspect prints.
+std::optional<std::vector<KnownWindow>> ReadKnownWindows(const std::vector<std::string>& paths) {
+    std::vector<KnownWindow> known;
+    for (const std::string& path : paths) {
+        const auto bytes = ReadInput(path);
+        auto window = bytes ? ReadKnownWindow(*bytes) : std::nullopt;
+        if (!window) {
+            std::fprintf(stderr, "dialwright: %s is not what inspect --json prints\n", path.c_str());
+            return std::nullopt;
+        }
+        known.push_back(std::move(*window));
+    }
+    return known;
+}
+
 int Check(const Options& options) {
+    const auto known = ReadKnownWindows(options.inspected);
+    if (!known) return kUsage;
     std::vector<CheckedFile> files;
     bool found = false;
     for (const std::string& file : options.files) {
@@ -56,7 +77,7 @@ int Check(const Options& options) {
             WriteOutput(ToUtf8(PureScript(source)));
             continue;
         }
-        files.push_back(CheckOne(options, file == "-" ? "<stdin>" : file, source));
+        files.push_back(CheckOne(options, *known, file == "-" ? "<stdin>" : file, source));
         found = found || !files.back().findings.empty();
     }
     if (!options.emit) WriteOutput(FormatFindings(options.format, files));
@@ -71,6 +92,8 @@ Action DefineCheck(CLI::App& command) {
     command.add_option("--format", options->format, "how findings are printed")
         ->check(CLI::IsMember({"text", "json", "sarif", "github"}));
     command.add_option("--disable", options->disabled, "a code that is not reported, such as DW390");
+    command.add_option("--inspect", options->inspected, "what inspect --json printed of a window that the scripts use")
+        ->allow_extra_args(false);
     command.add_flag("--emit", options->emit, "prints the script as the library takes it, without comments");
     command.footer(
         "Each finding is file:line:column: error|warning CODE: text. DW1xx: the library refuses the script. DW2xx: the\n"

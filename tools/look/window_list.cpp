@@ -3,7 +3,6 @@
 #include <array>
 #include <utility>
 
-#include "language/criterion.h"
 #include "platform/stack.h"
 #include "window/describe.h"
 
@@ -76,26 +75,15 @@ std::vector<WindowInfo> ListTopLevelWindows() {
     return windows;
 }
 
-WindowMatcher::WindowMatcher(WindowCriteria criteria) : wanted(std::move(criteria)) {
-    if (wanted.literal) return;
-    titleExpression = CompileCriterion(wanted.title, StackBytesLeft());
-    classExpression = CompileCriterion(wanted.className, StackBytesLeft());
-}
+WindowMatcher::WindowMatcher(WindowCriteria criteria) : names(std::move(criteria), StackBytesLeft()) {}
 
-bool WindowMatcher::Takes(const WindowInfo& window) const { return Takes(window.className, window.title); }
+bool WindowMatcher::Takes(const WindowInfo& window) const { return names.Takes(window.className, window.title); }
 
 HWND WindowMatcher::FirstMatch() const {
     for (const HWND window : TopLevelWindows()) {
-        if (Takes(ClassOf(window), TitleOf(window))) return window;
+        if (names.Takes(ClassOf(window), TitleOf(window))) return window;
     }
     return nullptr;
-}
-
-bool WindowMatcher::Takes(const std::wstring& className, const std::wstring& title) const {
-    if (wanted.literal) {
-        return ContainsLiteral(title.c_str(), wanted.title) && EqualsLiteral(className.c_str(), wanted.className);
-    }
-    return MatchesWhole(title.c_str(), titleExpression) && MatchesWhole(className.c_str(), classExpression);
 }
 
 }  // namespace dialwright::tools

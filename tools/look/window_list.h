@@ -1,10 +1,10 @@
 #pragma once
 
-#include <regex>
 #include <string>
 #include <vector>
 
 #include "language/rectangle.h"
+#include "match/name_matcher.h"
 #include "platform/windows.h"
 
 namespace dialwright::tools {
@@ -30,13 +30,6 @@ struct WindowInfo {
 /// One window of any kind; its handle is null when there is no such window.
 [[nodiscard]] WindowInfo ReadWindow(HWND window);
 
-/// What a command names a window by.
-struct WindowCriteria {
-    std::wstring className;
-    std::wstring title;
-    bool literal = false;
-};
-
 /// Tells which windows the library would take.
 class WindowMatcher {
 public:
@@ -50,11 +43,7 @@ public:
     [[nodiscard]] HWND FirstMatch() const;
 
 private:
-    [[nodiscard]] bool Takes(const std::wstring& className, const std::wstring& title) const;
-
-    WindowCriteria wanted;
-    std::wregex titleExpression;
-    std::wregex classExpression;
+    NameMatcher names;
 };
 
 }  // namespace dialwright::tools
