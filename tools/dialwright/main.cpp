@@ -22,12 +22,15 @@ constexpr Row kSubcommands[] = {
     {"check", "finds what is wrong or doubtful in scripts, without touching a window", &DefineCheck},
     {"inspect", "shows a window's controls, and the commands that act on them", &DefineInspect},
     {"match", "tells which window a class and a title name", &DefineMatch},
+    {"trace", "reads what the library has written down", &DefineTrace},
     {"windows", "lists the top-level windows", &DefineWindows},
 };
 
 int RunProgram(int count, char** values) {
     CLI::App app("Drives the windows of other programs by scripts of one command a line.", "dialwright");
     app.require_subcommand(1);
+    // Else a path or a title that begins with a slash is taken for an option.
+    app.allow_windows_style_options(false);
     app.set_version_flag("--version", DIALWRIGHT_VERSION);
     std::map<const CLI::App*, Action> actions;
     for (const Row& row : kSubcommands) {

@@ -27,6 +27,7 @@ using DefineSubcommand = Action (*)(CLI::App& command);
 Action DefineCheck(CLI::App& command);
 Action DefineInspect(CLI::App& command);
 Action DefineMatch(CLI::App& command);
+Action DefineTrace(CLI::App& command);
 Action DefineWindows(CLI::App& command);
 
 }  // namespace dialwright::tools

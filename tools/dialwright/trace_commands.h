@@ -1,0 +1,11 @@
+#pragma once
+
+#include "subcommand.h"
+
+namespace dialwright::tools {
+
+// What can be done with traces; each is a subcommand of `dialwright trace`.
+
+Action DefineTraceShow(CLI::App& command);
+
+}  // namespace dialwright::tools
