@@ -16,6 +16,7 @@ struct Row {
 
 constexpr Row kRows[] = {
     {"show", "prints a trace, joined and filtered, or a row for each command in it", &DefineTraceShow},
+    {"follow", "prints what is added to a trace, while it is written", &DefineTraceFollow},
 };
 
 }  // namespace

@@ -7,5 +7,6 @@ namespace dialwright::tools {
 // What can be done with traces; each is a subcommand of `dialwright trace`.
 
 Action DefineTraceShow(CLI::App& command);
+Action DefineTraceFollow(CLI::App& command);
 
 }  // namespace dialwright::tools
