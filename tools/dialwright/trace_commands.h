@@ -8,5 +8,6 @@ namespace dialwright::tools {
 
 Action DefineTraceShow(CLI::App& command);
 Action DefineTraceFollow(CLI::App& command);
+Action DefineTraceMemlog(CLI::App& command);
 
 }  // namespace dialwright::tools
