@@ -17,6 +17,7 @@ struct Row {
 constexpr Row kRows[] = {
     {"show", "prints a trace, joined and filtered, or a row for each command in it", &DefineTraceShow},
     {"follow", "prints what is added to a trace, while it is written", &DefineTraceFollow},
+    {"audit", "tells where secrets stand in traces, without printing them", &DefineTraceAudit},
     {"memlog", "prints the last lines that a crash dump holds", &DefineTraceMemlog},
 };
 

@@ -8,6 +8,7 @@ namespace dialwright::tools {
 
 Action DefineTraceShow(CLI::App& command);
 Action DefineTraceFollow(CLI::App& command);
+Action DefineTraceAudit(CLI::App& command);
 Action DefineTraceMemlog(CLI::App& command);
 
 }  // namespace dialwright::tools
