@@ -135,6 +135,23 @@ int LogOnDemand() {
     return 7;
 }
 
+/// rounds KEY LINES: logs so many lines for each line that comes in, by the settings of the key.
+int LogRounds(const char* keyPath, int lines) {
+    const HMODULE library = Load(kProbeName);
+    Find<ProbeSettingsExport>(library, "ProbeSettings")(keyPath);
+    const auto log = Find<ProbeLogExport>(library, "ProbeLog");
+    Say("ready");
+    int round = 0;
+    for (int c = std::fgetc(stdin); c != EOF; c = std::fgetc(stdin)) {
+        if (c != '\n') continue;
+        ++round;
+        for (int line = 1; line <= lines; ++line) log(round, line);
+        Say("logged");
+    }
+    ::FreeLibrary(library);
+    return 7;
+}
+
 /// filter KEY: has the crash filter installed by the settings, frees the library and tells whether a filter is left.
 int FreeWithFilter(const char* keyPath) {
     const HMODULE library = Load(kProbeName);
@@ -158,11 +175,15 @@ int main(int count, char** values) {
         return LogAndExit(arguments[1], std::stoi(arguments[2]), std::stoi(arguments[3]));
     }
     if (mode == "calls") return LogOnDemand();
+    if (mode == "rounds" && arguments.size() == 3) {
+        return LogRounds(arguments[1].c_str(), std::stoi(arguments[2]));
+    }
     if (mode == "filter" && arguments.size() == 2) return FreeWithFilter(arguments[1].c_str());
     std::fprintf(stderr,
                  "usage: load_host cycles COUNT none|pause|call\n"
                  "       load_host exit ExitProcess|exit|_exit|return|TerminateProcess THREADS LINES\n"
                  "       load_host calls\n"
+                 "       load_host rounds KEY LINES\n"
                  "       load_host filter KEY\n");
     return 2;
 }

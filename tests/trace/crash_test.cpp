@@ -19,6 +19,7 @@ using testing::ChildProcess;
 
 // Less than the time limit of a test, so that a hang is told as what it is.
 constexpr DWORD kDumpPatienceMs = 100000;
+constexpr bool kToolIsThere = TOOL_IS_THERE;
 
 std::wstring Wide(const std::string& text) { return {text.begin(), text.end()}; }
 
@@ -63,6 +64,17 @@ std::unique_ptr<TraceMemLog> FindMemoryLog(const std::string& dump) {
     return nullptr;
 }
 
+/// The program around the library reads the same from the dump.
+void ExpectMemlogToShow(const std::wstring& dump, const std::string& lastLine) {
+    ChildProcess tool(L"dialwright.exe", {L"trace", L"memlog", dump});
+    std::vector<std::string> lines;
+    while (const auto line = tool.ReadLine(kDumpPatienceMs)) lines.push_back(*line);
+    EXPECT_EQ(0U, tool.WaitForExit(testing::kPatienceMs));
+    ASSERT_EQ(kMemoryLogSlots, lines.size());
+    EXPECT_TRUE(lines.back().ends_with(lastLine)) << lines.back();
+    EXPECT_TRUE(lines.front().ends_with("Crash: line 979")) << lines.front();
+}
+
 TEST_F(Crash, InAnotherThreadLeavesADumpWithTheLastLines) {
     key.Set("flag", static_cast<DWORD>(kSettingsAtStart | TRACE_CRASH_DUMP | TRACE_MEMORY));
     ExpectCrash(L"thread");
@@ -79,6 +91,7 @@ TEST_F(Crash, InAnotherThreadLeavesADumpWithTheLastLines) {
     EXPECT_EQ(2003U, counter);
     EXPECT_TRUE(std::string(log->slots[(counter - 1) % kMemoryLogSlots].data()).ends_with("trace stopped"));
     EXPECT_TRUE(std::string(log->slots[(counter - 3) % kMemoryLogSlots].data()).ends_with("Crash: line 2000"));
+    if (kToolIsThere) ExpectMemlogToShow(host.Folder().File(dumps[0]), "trace stopped");
     const auto lines = testing::ReadTrace(host.TraceFolder() + L"crash_1.log");
     ASSERT_EQ(2004U, lines.size());
     EXPECT_NE(std::string::npos, lines[2002].find("[Dialwright  400    info] "));

@@ -88,6 +88,13 @@ SourceText ReadSource(std::string_view utf8) {
     return source;
 }
 
+std::wstring Wide(std::string_view utf8) {
+    std::wstring text;
+    text.reserve(utf8.size());
+    for (Decoder decoder(utf8); !decoder.AtEnd();) Append(text, decoder.Next());
+    return text;
+}
+
 std::wstring PureScript(const SourceText& source) {
     std::wstring script;
     for (const SourceLine& line : source.lines) {

@@ -28,6 +28,9 @@ struct SourceText {
 /// the line, as the library sees it.
 [[nodiscard]] SourceText ReadSource(std::string_view utf8);
 
+/// The same of any text: what is no UTF-8 becomes U+FFFD.
+[[nodiscard]] std::wstring Wide(std::string_view utf8);
+
 /// What the library is given: every line but the comments, each in its place, so that line numbers stay.
 [[nodiscard]] std::wstring PureScript(const SourceText& source);
 

@@ -4,8 +4,6 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/windows.h"
-
 #include <fcntl.h>
 #include <io.h>
 
@@ -39,13 +37,6 @@ void WriteOutput(std::string_view text) {
     (void)isSetUp;
     std::fwrite(text.data(), 1, text.size(), stdout);
     std::fflush(stdout);
-}
-
-std::wstring Wide(std::string_view utf8) {
-    std::wstring text(utf8.size(), L'\0');
-    text.resize(static_cast<std::size_t>(::MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()),
-                                                               text.data(), static_cast<int>(text.size()))));
-    return text;
 }
 
 std::filesystem::path FilePath(const std::string& utf8) { return std::u8string(utf8.begin(), utf8.end()); }

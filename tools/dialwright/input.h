@@ -16,8 +16,6 @@ namespace dialwright::tools {
 /// Writes to standard output as it is, without changing line ends.
 void WriteOutput(std::string_view text);
 
-[[nodiscard]] std::wstring Wide(std::string_view utf8);
-
 /// A path that was given in UTF-8.
 [[nodiscard]] std::filesystem::path FilePath(const std::string& utf8);
 

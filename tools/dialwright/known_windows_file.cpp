@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "input.h"
+#include "check/source_text.h"
 #include "json_text.h"
 #include "look/control_tree.h"
 

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "check/source_text.h"
 #include "input.h"
 #include "own_files.h"
 #include "printable.h"

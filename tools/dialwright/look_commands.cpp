@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "check/source_text.h"
 #include "input.h"
 #include "look_formats.h"
 #include "look_picture.h"

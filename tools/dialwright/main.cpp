@@ -24,13 +24,15 @@ constexpr Row kSubcommands[] = {
     {"launch", "starts a program and prints its process ID", &DefineLaunch},
     {"match", "tells which window a class and a title name", &DefineMatch},
     {"run", "carries scripts out and tells of each line how it went", &DefineRun},
+    {"trace", "reads what the library has written down", &DefineTrace},
     {"windows", "lists the top-level windows", &DefineWindows},
 };
 
 int RunProgram(int count, char** values) {
     CLI::App app("Drives the windows of other programs by scripts of one command a line.", "dialwright");
     app.require_subcommand(1);
-    app.allow_windows_style_options(false);  // a path may begin with a slash
+    // Else a path or a title that begins with a slash is taken for an option.
+    app.allow_windows_style_options(false);
     app.set_version_flag("--version", DIALWRIGHT_VERSION);
     std::map<const CLI::App*, Action> actions;
     for (const Row& row : kSubcommands) {

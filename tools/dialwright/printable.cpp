@@ -1,6 +1,6 @@
 #include "printable.h"
 
-#include "input.h"
+#include "check/source_text.h"
 #include "platform/text_encoding.h"
 
 namespace dialwright::tools {

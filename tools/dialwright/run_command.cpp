@@ -6,10 +6,11 @@
 #include <vector>
 
 #include "check/check.h"
+#include "check/source_text.h"
 #include "check_formats.h"
 #include "evidence.h"
 #include "input.h"
-#include "interruption.h"
+#include "interrupt.h"
 #include "junit.h"
 #include "own_files.h"
 #include "platform/dpi.h"
@@ -75,7 +76,7 @@ SecretSources ReadSecretSources(const RunOptions& options) {
     SecretSources sources;
     if (options.secretFile.empty()) return sources;
     try {
-        sources.secrets = ReadSecrets(ReadOrRefuse(options.secretFile));
+        sources.secrets = ReadSecretValues(ReadOrRefuse(options.secretFile));
     } catch (const Refused&) {
         throw;
     } catch (const std::runtime_error& error) {
@@ -160,7 +161,7 @@ private:
         settings.keepGoing = options.keepGoing;
         settings.lines.onModal = ModalPolicy(options.onModal);
         if (options.lineTimeoutMs > 0) settings.lines.limit = std::chrono::milliseconds(options.lineTimeoutMs);
-        settings.lines.interrupted = &Interruption();
+        settings.lines.isInterrupted = [this] { return interrupt.ComesWithin(0); };
         settings.lines.waiting = [this](std::chrono::milliseconds waited) { progress.Show(current, waited); };
         settings.lineBegins = [this](const LineReport& line) {
             current = Printable(line.file) + ":" + std::to_string(line.line) + "  " + Printable(line.text);
@@ -207,6 +208,7 @@ private:
 
     const RunOptions& options;
     bool annotates;
+    Interrupt interrupt;
     ProgressLine progress;
     /// What the progress tells of.
     std::string current;

@@ -29,6 +29,7 @@ Action DefineInspect(CLI::App& command);
 Action DefineLaunch(CLI::App& command);
 Action DefineMatch(CLI::App& command);
 Action DefineRun(CLI::App& command);
+Action DefineTrace(CLI::App& command);
 Action DefineWindows(CLI::App& command);
 
 }  // namespace dialwright::tools

@@ -102,7 +102,7 @@ private:
         course.Follow(std::span(all).first(all.size() - (settled || all.empty() ? 0 : 1)));
         const auto waited = std::chrono::duration_cast<milliseconds>(Clock::now() - begin);
         result.milliseconds = static_cast<double>(waited.count());
-        if (settings.interrupted != nullptr && *settings.interrupted) return End(Ending::Interrupted);
+        if (settings.isInterrupted && settings.isInterrupted()) return End(Ending::Interrupted);
         if (worker.HasEnded()) return End(Ending::WorkerEnded);
         if (!LooksAtDialog(waited)) LooksAtLimit(waited);
         if (!isOver && settings.waiting) settings.waiting(waited);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -53,8 +52,8 @@ public:
         OnModal onModal = OnModal::Continue;
         /// In place of the line's own limit.
         std::optional<std::chrono::milliseconds> limit;
-        /// Set from elsewhere: ends the line.
-        const std::atomic<bool>* interrupted = nullptr;
+        /// Asked some times a second: whether the line is to end.
+        std::function<bool()> isInterrupted;
         /// Called some times a second while a line waits.
         std::function<void(std::chrono::milliseconds waited)> waiting;
     };

@@ -9,6 +9,7 @@
 #include "platform/text_encoding.h"
 #include "platform/windows.h"
 #include "run/command_line.h"
+#include "secret_file/secret_file.h"
 
 namespace dialwright::tools {
 namespace {
@@ -71,18 +72,11 @@ std::wstring Rebuild(const CommandLine& command, const std::wstring& text) {
 
 }  // namespace
 
-SecretValues ReadSecrets(std::string_view utf8) {
+SecretValues ReadSecretValues(std::string_view utf8) {
+    const SecretFile file = ReadSecretFile(utf8);
+    if (!file.problem.empty()) throw std::runtime_error(file.problem);
     SecretValues values;
-    for (const SourceLine& line : ReadSource(utf8).lines) {
-        std::wstring text = line.text;
-        if (text.ends_with(L'\r')) text.pop_back();
-        if (line.isComment || text.empty()) continue;
-        const std::size_t equals = text.find(L'=');
-        if (equals == std::wstring::npos || equals == 0) {
-            throw std::runtime_error("line " + std::to_string(line.number) + " of the secrets is no NAME=VALUE");
-        }
-        values[text.substr(0, equals)] = text.substr(equals + 1);
-    }
+    for (const Secret& secret : file.secrets) values[Wide(secret.name)] = Wide(secret.value);
     return values;
 }
 

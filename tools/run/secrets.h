@@ -10,12 +10,11 @@
 
 namespace dialwright::tools {
 
-/// Values by name, as the lines NAME=VALUE of a file give them.
+/// Values by name.
 using SecretValues = std::map<std::wstring, std::wstring, std::less<>>;
 
-/// Reads such a file; blank lines and lines that begin with # are skipped. Throws std::runtime_error, which names the
-/// line but no value.
-[[nodiscard]] SecretValues ReadSecrets(std::string_view utf8);
+/// What a secret file holds. Throws std::runtime_error, which names the line but no value.
+[[nodiscard]] SecretValues ReadSecretValues(std::string_view utf8);
 
 /// Where a script takes the texts that it must not hold.
 struct SecretSources {
