@@ -43,22 +43,43 @@ TEST_P(ReadyLines, MoveTheVeryWindow) {
 INSTANTIATE_TEST_SUITE_P(At, ReadyLines, ::testing::Values(kDialogClass, kPlainClass),
                          [](const auto& info) { return std::string(info.index == 0 ? "ADialog" : "AnotherWindow"); });
 
-TEST(ReadyLinesOfOthers, TypeIntoNotepad) {
-    const TemporaryFolder folder;
-    const std::wstring path = folder.File(UniqueTitle() + L".txt");
+/// Made now: Notepad asks about a file that is not there.
+std::wstring EmptyFile(const std::wstring& path) {
     WriteFile(path, "");
-    const OtherProgram notepad(L"notepad.exe \"" + path + L"\"");
-    const HWND window = notepad.WaitForWindow(L"Notepad");
+    return path;
+}
+
+/// With an empty file of its own.
+class OpenNotepad {
+public:
+    /// Once its title is the one that it keeps; null when that does not come.
+    [[nodiscard]] HWND Window() const {
+        const HWND window = program.WaitForWindow(L"Notepad");
+        const auto isLoaded = [&] {
+            std::array<wchar_t, 256> title{};
+            ::GetWindowTextW(window, title.data(), static_cast<int>(title.size()));
+            return std::wstring_view(title.data()).find(name) != std::wstring_view::npos;
+        };
+        return WaitUntil(isLoaded) ? window : nullptr;
+    }
+    [[nodiscard]] bool HasEnded() const { return program.HasEnded(); }
+
+private:
+    const TemporaryFolder folder;
+    const std::wstring name = UniqueTitle();
+    const OtherProgram program{L"notepad.exe \"" + EmptyFile(folder.File(name + L".txt")) + L"\""};
+};
+
+TEST(ReadyLinesOfOthers, TypeIntoNotepad) {
+    const OpenNotepad notepad;
+    const HWND window = notepad.Window();
     ASSERT_NE(nullptr, window);
     for (const wchar_t* const way : kWays) EXPECT_EQ(2, ProveLines(window, way)) << way;
 }
 
 TEST(ReadyLinesOfOthers, MoveAndCloseNotepad) {
-    const TemporaryFolder folder;
-    const std::wstring path = folder.File(UniqueTitle() + L".txt");
-    WriteFile(path, "");
-    const OtherProgram notepad(L"notepad.exe \"" + path + L"\"");
-    const HWND window = notepad.WaitForWindow(L"Notepad");
+    const OpenNotepad notepad;
+    const HWND window = notepad.Window();
     ASSERT_NE(nullptr, window);
     ProveWindowLines(window);
     EXPECT_TRUE(notepad.HasEnded());
