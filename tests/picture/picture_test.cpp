@@ -36,6 +36,12 @@ Rectangle InsideOf(HWND control) {
     return {.left = all.left + 3, .top = all.top + 3, .right = all.right - 3, .bottom = all.bottom - 3};
 }
 
+/// Of the inside, without the number that is drawn on the right.
+Rectangle LeftHalfOf(HWND control) {
+    const Rectangle inside = InsideOf(control);
+    return {.left = inside.left, .top = inside.top, .right = (inside.left + inside.right) / 2, .bottom = inside.bottom};
+}
+
 bool ShowsText(const PracticeWindow& target, int id) {
     return DetailIn(TakeWindowPicture(target.Handle()).picture, InsideOf(target.Control(id))) > 0;
 }
@@ -140,6 +146,18 @@ TEST(InspectOnAScreen, WritesAPageWithoutAPictureOfAMinimizedWindow) {
     EXPECT_EQ(1U, ended.code) << ended.Text();
     EXPECT_NE(std::string::npos, ended.Text().find("there is no picture: the window is minimized"));
     EXPECT_NE(std::string::npos, ReadFile(OutputFile(L"minimized.html")).find("src=\"\""));
+}
+
+TEST(InspectOnAScreen, HidesSecrets) {
+    const PracticeWindow target;
+    const TemporaryFolder folder;
+    WriteFile(folder.File(L"secrets.txt"), "NAME=Hello\n");
+    const Ended ended = RunTool({L"inspect", L"--handle", HandleText(target), L"--secret-file",
+                                 folder.File(L"secrets.txt"), L"--picture", folder.File(L"window.png")});
+    EXPECT_EQ(0U, ended.code) << ended.Text();
+    EXPECT_EQ(std::string::npos, ended.Text().find("Hello"));
+    EXPECT_NE(std::string::npos, ended.Text().find("\"*****\""));
+    EXPECT_EQ(0, DetailIn(DecodePng(ReadFile(folder.File(L"window.png"))), LeftHalfOf(target.Control(15))));
 }
 
 TEST(FailurePicture, HidesTheControlThatGotASecret) {

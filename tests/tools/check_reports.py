@@ -54,13 +54,6 @@ def check_junit(program, schemas):
     assert b"typed text" not in etree.tostring(report)
 
 
-def check_sarif(program, schemas):
-    schema = json.loads((schemas / "sarif-schema-2.1.0.json").read_text())
-    report = json.loads(program.output("check", "--format", "sarif", "nasty.txt"))
-    jsonschema.validate(report, schema)
-    assert report["runs"][0]["results"], "nothing was found in the script"
-
-
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("program", type=pathlib.Path)
@@ -71,10 +64,9 @@ def main():
         program = Program(options.program.resolve(), folder)
         check_run(program)
         if not schemas.is_dir():
-            print(f"JUnit and SARIF are not validated: their schemas are not in {schemas} (DIALWRIGHT_SCHEMAS)")
+            print(f"JUnit is not validated: its schema is not in {schemas} (DIALWRIGHT_SCHEMAS)")
             return SKIPPED
         check_junit(program, schemas)
-        check_sarif(program, schemas)
     return 0
 
 

@@ -120,7 +120,6 @@ TEST_F(CheckProgram, RefusesWhatItCannotRead) {
     EXPECT_EQ(2U, RunTool({L"check", L"--format", L"poem", Script("")}).code);
     EXPECT_EQ(2U, RunTool({}).code);
     EXPECT_EQ(0U, RunTool({L"--help"}).code);
-    EXPECT_EQ(0U, RunTool({L"--version"}).code);
 }
 
 TEST(MatchProgram, TellsWhichWindowACommandTakes) {

@@ -12,7 +12,11 @@ std::string Ended::Text() const {
 }
 
 Ended RunTool(const std::vector<std::wstring>& arguments, const std::string& input) {
-    ChildProcess process(L"dialwright.exe", arguments);
+    return RunOther(L"dialwright.exe", arguments, input);
+}
+
+Ended RunOther(const std::wstring& program, const std::vector<std::wstring>& arguments, const std::string& input) {
+    ChildProcess process(program, arguments);
     if (!input.empty()) process.WriteLine(input);
     process.CloseInput();
     Ended ended;

@@ -19,4 +19,8 @@ struct Ended {
 /// Runs dialwright.exe to its end; what it says on standard output and standard error comes in one stream.
 [[nodiscard]] Ended RunTool(const std::vector<std::wstring>& arguments, const std::string& input = "");
 
+/// Runs another copy of it, or any program, by its full path.
+[[nodiscard]] Ended RunOther(const std::wstring& program, const std::vector<std::wstring>& arguments,
+                             const std::string& input = "");
+
 }  // namespace dialwright::testing

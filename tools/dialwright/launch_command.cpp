@@ -6,8 +6,8 @@
 
 #include "check/source_text.h"
 #include "input.h"
-#include "own_files.h"
 #include "printable.h"
+#include "run/own_files.h"
 #include "run/runner.h"
 #include "subcommand.h"
 

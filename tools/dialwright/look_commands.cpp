@@ -2,7 +2,9 @@
 #include <cstdlib>
 #include <memory>
 #include <regex>
+#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "check/source_text.h"
@@ -10,6 +12,7 @@
 #include "look_formats.h"
 #include "look_picture.h"
 #include "platform/dpi.h"
+#include "run/secrets.h"
 #include "subcommand.h"
 
 #include <CLI/CLI.hpp>
@@ -26,6 +29,7 @@ struct Options {
     bool json = false;
     PictureFiles files;
     std::string way = "id";
+    std::string secretFile;
 
     [[nodiscard]] WindowCriteria Criteria() const {
         return {.className = Wide(className), .title = Wide(title), .literal = literal};
@@ -85,23 +89,62 @@ WindowInfo WindowToInspect(const Options& options) {
     return windows.empty() ? WindowInfo() : windows.front();
 }
 
+/// What a look has found, and what of it must not be in a picture.
+struct Inspected {
+    WindowInfo window;
+    std::vector<ControlInfo> controls;
+    std::vector<Rectangle> blanked;
+};
+
+Inspected InspectWindow(WindowInfo window, const Redactor& redactor) {
+    Inspected inspected{.window = std::move(window), .controls = {}, .blanked = {}};
+    inspected.controls = ReadControls(inspected.window.handle);
+    inspected.window.title = Wide(redactor.Clean(inspected.window.title));
+    for (ControlInfo& control : inspected.controls) {
+        std::wstring clean = Wide(redactor.Clean(control.text));
+        if (clean == control.text) continue;
+        control.text = std::move(clean);
+        inspected.blanked.push_back(control.rectangle);
+    }
+    return inspected;
+}
+
+/// Throws std::runtime_error for a file that cannot be read or holds no secrets.
+Redactor ReadRedactor(const std::string& secretFile) {
+    Redactor redactor;
+    if (secretFile.empty()) return redactor;
+    const auto bytes = ReadInput(secretFile);
+    if (!bytes) throw std::runtime_error("it cannot be read");
+    for (const auto& [name, value] : ReadSecretValues(*bytes)) redactor.Hide(value);
+    return redactor;
+}
+
+int ShowControls(const Options& options, const Inspected& inspected) {
+    const auto& [window, controls, blanked] = inspected;
+    WriteOutput(options.json ? ControlsAsJson(window, controls, options.Way())
+                             : ControlsAsText(window, controls, options.Way(), options.files.AreWanted()));
+    if (!options.files.AreWanted()) return kDone;
+    return WritePictures(options.files, window, controls, options.Way(), blanked);
+}
+
 int Inspect(const Options& options) {
     if (options.handle.empty() && (options.className.empty() || options.title.empty())) {
         std::fprintf(stderr, "dialwright: inspect wants a class and a title, or --handle\n");
         return kUsage;
     }
     try {
-        const WindowInfo window = WindowToInspect(options);
+        const Redactor redactor = ReadRedactor(options.secretFile);
+        WindowInfo window = WindowToInspect(options);
         if (window.handle == nullptr) {
             std::fprintf(stderr, "dialwright: there is no such window; dialwright windows lists all\n");
             return kFound;
         }
-        const std::vector<ControlInfo> controls = ReadControls(window.handle);
-        WriteOutput(options.json ? ControlsAsJson(window, controls, options.Way())
-                                 : ControlsAsText(window, controls, options.Way(), options.files.AreWanted()));
-        return options.files.AreWanted() ? WritePictures(options.files, window, controls, options.Way()) : kDone;
+        return ShowControls(options, InspectWindow(std::move(window), redactor));
     } catch (const std::regex_error& error) {
         return ComplainOfExpression(error);
+    } catch (const std::runtime_error& error) {
+        std::fprintf(stderr, "dialwright: %s: %s\n", options.secretFile.c_str(), error.what());
+        return kUsage;
     }
 }
 
@@ -154,6 +197,7 @@ Action DefineInspect(CLI::App& command) {
     command.add_option("--picture", options->files.picture,
                        "a PNG to write: the window, with a number on each control");
     command.add_option("--html", options->files.page, "a page to write: point at a control, and click for its command");
+    command.add_option("--secret-file", options->secretFile, "lines NAME=VALUE: no value is shown, nor in the picture");
     AddJson(command, options);
     command.footer(
         "  dialwright inspect Notepad \".*Notepad\"\n"

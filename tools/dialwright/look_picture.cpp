@@ -21,8 +21,9 @@ int ScaleOf(HWND window) {
 }
 
 /// Empty where there is no picture.
-std::string AnnotatedPng(const WindowInfo& window, const std::vector<ControlInfo>& controls) {
-    WindowPicture taken = TakeWindowPicture(window.handle);
+std::string AnnotatedPng(const WindowInfo& window, const std::vector<ControlInfo>& controls,
+                         const std::vector<Rectangle>& blanked) {
+    WindowPicture taken = TakeWindowPicture(window.handle, blanked);
     if (taken.trouble != nullptr) {
         std::fprintf(stderr, "dialwright: %s\n", taken.trouble);
         return {};
@@ -43,8 +44,8 @@ bool Write(const std::string& path, const std::string& bytes) {
 }  // namespace
 
 int WritePictures(const PictureFiles& files, const WindowInfo& window, const std::vector<ControlInfo>& controls,
-                  NamedBy way) {
-    const std::string png = AnnotatedPng(window, controls);
+                  NamedBy way, const std::vector<Rectangle>& blanked) {
+    const std::string png = AnnotatedPng(window, controls, blanked);
     if (!files.picture.empty() && !png.empty() && !Write(files.picture, png)) return kUsage;
     if (!files.page.empty() && !Write(files.page, InspectPage(ControlsAsJson(window, controls, way), png)))
         return kUsage;

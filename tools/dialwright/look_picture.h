@@ -17,9 +17,10 @@ struct PictureFiles {
     [[nodiscard]] bool AreWanted() const { return !picture.empty() || !page.empty(); }
 };
 
-/// Takes the window's picture and writes what is wanted; complains on standard error. Returns the exit code. Without a
-/// picture there is no picture file, and the page has the list alone.
+/// Takes the window's picture, without what is blanked, and writes what is wanted; complains on standard error. Returns
+/// the exit code. Without a picture there is no picture file, and the page has the list alone.
 [[nodiscard]] int WritePictures(const PictureFiles& files, const WindowInfo& window,
-                                const std::vector<ControlInfo>& controls, NamedBy way);
+                                const std::vector<ControlInfo>& controls, NamedBy way,
+                                const std::vector<Rectangle>& blanked);
 
 }  // namespace dialwright::tools

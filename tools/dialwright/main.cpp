@@ -5,6 +5,7 @@
 #include <map>
 
 #include "subcommand.h"
+#include "version.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,6 +21,7 @@ struct Row {
 
 constexpr Row kSubcommands[] = {
     {"check", "finds what is wrong or doubtful in scripts, without touching a window", &DefineCheck},
+    {"doctor", "tells whether the library can work here, and what to do", &DefineDoctor},
     {"inspect", "shows a window's controls, and the commands that act on them", &DefineInspect},
     {"launch", "starts a program and prints its process ID", &DefineLaunch},
     {"match", "tells which window a class and a title name", &DefineMatch},
@@ -33,7 +35,7 @@ int RunProgram(int count, char** values) {
     app.require_subcommand(1);
     // Else a path or a title that begins with a slash is taken for an option.
     app.allow_windows_style_options(false);
-    app.set_version_flag("--version", DIALWRIGHT_VERSION);
+    app.set_version_flag("--version", &VersionText);
     std::map<const CLI::App*, Action> actions;
     for (const Row& row : kSubcommands) {
         CLI::App* const command = app.add_subcommand(row.name, row.help);

@@ -25,6 +25,7 @@ using Action = std::function<int()>;
 using DefineSubcommand = Action (*)(CLI::App& command);
 
 Action DefineCheck(CLI::App& command);
+Action DefineDoctor(CLI::App& command);
 Action DefineInspect(CLI::App& command);
 Action DefineLaunch(CLI::App& command);
 Action DefineMatch(CLI::App& command);

@@ -9,7 +9,7 @@
 namespace dialwright::tools {
 namespace {
 
-constexpr std::size_t kWriteAbove = 64 * 1024;
+constexpr std::size_t kWriteAbove = std::size_t{64} * 1024;
 
 }  // namespace
 

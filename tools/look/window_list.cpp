@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "look/unique_handle.h"
 #include "platform/stack.h"
 #include "window/describe.h"
 
@@ -12,13 +13,11 @@ namespace {
 constexpr int kTextUnits = 256;
 
 std::wstring ProgramOf(DWORD processId) {
-    const HANDLE process = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId);
+    const UniqueHandle process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
     if (process == nullptr) return {};
     std::array<wchar_t, 1024> path{};
     auto size = static_cast<DWORD>(path.size());
-    const bool known = ::QueryFullProcessImageNameW(process, 0, path.data(), &size) != FALSE;
-    ::CloseHandle(process);
-    if (!known) return {};
+    if (!::QueryFullProcessImageNameW(process.get(), 0, path.data(), &size)) return {};
     const std::wstring whole(path.data(), size);
     return whole.substr(whole.rfind(L'\\') + 1);
 }

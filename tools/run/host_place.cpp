@@ -12,6 +12,10 @@ namespace fs = std::filesystem;
 
 constexpr int kMostPlaces = 64;
 
+fs::path FolderOf(const fs::path& base, int number) { return base / std::to_string(number); }
+
+fs::path TraceBeside(const fs::path& program) { return program.parent_path() / "logs" / "trace"; }
+
 /// Holds the folder for as long as the file is open; a program that dies lets go of it.
 UniqueHandle LockFolder(const fs::path& folder) {
     const HANDLE file = ::CreateFileW((folder / "in-use").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
@@ -33,7 +37,7 @@ bool PutProgram(const fs::path& from, const fs::path& to) {
 HostPlace::HostPlace(const fs::path& program, const fs::path& base) : original(program), program(program) {
     if (base.empty()) return;
     for (int number = 1; number <= kMostPlaces; ++number) {
-        const fs::path folder = base / std::to_string(number);
+        const fs::path folder = FolderOf(base, number);
         std::error_code failed;
         fs::create_directories(folder, failed);
         if (failed) return;
@@ -45,10 +49,14 @@ HostPlace::HostPlace(const fs::path& program, const fs::path& base) : original(p
     }
 }
 
+fs::path HostPlace::TraceFolder() const { return TraceBeside(program); }
+
 void HostPlace::GiveUp() {
     lock.reset();
     program = original;
 }
+
+fs::path FirstTraceFolder(const fs::path& base) { return TraceBeside(FolderOf(base, 1) / "any"); }
 
 fs::path UsersHostFolder() {
     PWSTR folder = nullptr;

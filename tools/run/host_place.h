@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "run/unique_handle.h"
+#include "look/unique_handle.h"
 
 namespace dialwright::tools {
 
@@ -15,7 +15,7 @@ public:
     HostPlace(const std::filesystem::path& program, const std::filesystem::path& base);
 
     [[nodiscard]] const std::filesystem::path& Program() const { return program; }
-    [[nodiscard]] std::filesystem::path TraceFolder() const { return program.parent_path() / "logs" / "trace"; }
+    [[nodiscard]] std::filesystem::path TraceFolder() const;
     /// False where the trace may be missing, as other workers may run in the same folder or it cannot be written.
     [[nodiscard]] bool IsOwn() const { return lock != nullptr; }
     /// Goes back to the program where it is; for a system that runs nothing from the user's folders.
@@ -26,6 +26,9 @@ private:
     std::filesystem::path program;
     UniqueHandle lock;
 };
+
+/// Where the first worker's trace lies.
+[[nodiscard]] std::filesystem::path FirstTraceFolder(const std::filesystem::path& base);
 
 /// The folder for workers below the user's local application data; empty where the system does not tell it.
 [[nodiscard]] std::filesystem::path UsersHostFolder();

@@ -1,31 +1,18 @@
 #include "run/target.h"
 
 #include <array>
-#include <vector>
+#include <cstdint>
 
-#include "run/unique_handle.h"
+#include "look/integrity.h"
+#include "look/unique_handle.h"
 
 namespace dialwright::tools {
 namespace {
 
 constexpr std::chrono::milliseconds kStays{500};
 
-/// 0 where the system does not tell it.
-DWORD IntegrityOf(HANDLE process) {
-    HANDLE opened = nullptr;
-    if (!::OpenProcessToken(process, TOKEN_QUERY, &opened)) return 0;
-    const UniqueHandle token(opened);
-    DWORD size = 0;
-    ::GetTokenInformation(token.get(), TokenIntegrityLevel, nullptr, 0, &size);
-    std::vector<std::byte> area(size);
-    if (size == 0 || !::GetTokenInformation(token.get(), TokenIntegrityLevel, area.data(), size, &size)) return 0;
-    const auto* const label = reinterpret_cast<const TOKEN_MANDATORY_LABEL*>(area.data());
-    const DWORD last = *::GetSidSubAuthorityCount(label->Label.Sid) - 1U;
-    return *::GetSidSubAuthority(label->Label.Sid, last);
-}
-
-DWORD OwnIntegrity() {
-    static const DWORD own = IntegrityOf(::GetCurrentProcess());
+std::uint32_t OwnIntegrity() {
+    static const std::uint32_t own = IntegrityOf(::GetCurrentProcess()).value_or(SECURITY_MANDATORY_MEDIUM_RID);
     return own;
 }
 
@@ -38,7 +25,7 @@ bool HasMoreRightsThanWe(HWND window) {
     DWORD processId = 0;
     ::GetWindowThreadProcessId(window, &processId);
     const UniqueHandle process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
-    return process != nullptr && IntegrityOf(process.get()) > OwnIntegrity();
+    return process != nullptr && IntegrityOf(process.get()).value_or(0) > OwnIntegrity();
 }
 
 bool DoesNotAnswer(HWND window) {

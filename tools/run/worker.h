@@ -8,8 +8,8 @@
 #include <string>
 #include <thread>
 
+#include "look/unique_handle.h"
 #include "run/host_place.h"
-#include "run/unique_handle.h"
 #include "run/wire.h"
 
 namespace dialwright::tools {
