@@ -114,6 +114,16 @@ TEST_F(CheckProgram, RefusesAnInspectionThatIsNone) {
     EXPECT_EQ(2U, RunTool({L"check", L"--inspect", folder.File(L"nowhere.json"), path}).code);
 }
 
+TEST_F(CheckProgram, NamesFilesInSarifAsUris) {
+    const std::wstring path = folder.File(L"a b%.txt");
+    WriteFile(path, "Window.Close c");
+    const auto json = nlohmann::json::parse(RunTool({L"check", L"--format", L"sarif", path}).Text());
+    const auto& place = json.at("runs").at(0).at("results").at(0).at("locations").at(0).at("physicalLocation");
+    const std::string uri = place.at("artifactLocation").at("uri");
+    EXPECT_TRUE(uri.starts_with("file:///C:/")) << uri;
+    EXPECT_TRUE(uri.ends_with("/a%20b%25.txt")) << uri;
+}
+
 TEST_F(CheckProgram, RefusesWhatItCannotRead) {
     EXPECT_EQ(2U, RunTool({L"check", folder.File(L"nowhere.txt")}).code);
     EXPECT_EQ(2U, RunTool({L"check"}).code);

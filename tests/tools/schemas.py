@@ -82,6 +82,7 @@ def real_outputs(tool):
     yield "match", tool.output("match", "--json", "#32770", TITLE)
     yield "inspect", tool.output("inspect", "--json", "#32770", TITLE)
     yield "check", tool.output("check", "--format", "json", script)
+    yield "run", tool.output("run", "--json", "-c", "Window.Close NoSuchClass none 50")
     yield "trace-show", tool.output("trace", "show", "--json", trace)
     yield "trace-commands", tool.output("trace", "show", "--commands", "--json", trace)
     yield "trace-audit", tool.output("trace", "audit", "--json", "--secret-file", secrets, trace)

@@ -67,14 +67,33 @@ Json SarifRules() {
     return rules;
 }
 
+/// A path as a URI: its separators, and what a URI keeps for itself, written so; the rest stays as it is in UTF-8.
+std::string UriOf(const std::string& file) {
+    const bool hasDrive = file.size() > 2 && file[1] == ':';
+    std::string uri = hasDrive ? "file:///" : "";
+    for (const char c : Printable(file)) {
+        constexpr std::string_view kReserved = " %#?[]<>\"^`{|}";
+        if (c == '\\') {
+            uri.push_back('/');
+        } else if (kReserved.find(c) != std::string_view::npos) {
+            constexpr std::string_view kHex = "0123456789ABCDEF";
+            const auto byte = static_cast<unsigned char>(c);
+            uri += {'%', kHex[byte >> 4U], kHex[byte & 0xFU]};
+        } else {
+            uri.push_back(c);
+        }
+    }
+    return uri;
+}
+
 Json SarifResult(const CheckedFile& file, const Finding& finding) {
     const Json region = {
         {"startLine", finding.line}, {"startColumn", finding.column}, {"endColumn", finding.column + finding.length}};
     return {{"ruleId", finding.code},
             {"level", LevelName(finding)},
             {"message", {{"text", Printable(finding.text)}}},
-            {"locations",
-             Json::array({{{"physicalLocation", {{"artifactLocation", {{"uri", file.file}}}, {"region", region}}}}})}};
+            {"locations", Json::array({{{"physicalLocation",
+                                         {{"artifactLocation", {{"uri", UriOf(file.file)}}}, {"region", region}}}}})}};
 }
 
 std::string AsSarif(const Files& files) {

@@ -1,15 +1,13 @@
 #!/usr/bin/env python3
-"""Has dialwright.exe write its reports and validates them with the schemas that their readers use."""
+"""Has dialwright.exe write a JUnit report and validates it with the schema that its readers use."""
 
 import argparse
-import json
 import os
 import pathlib
 import subprocess
 import sys
 import tempfile
 
-import jsonschema
 from lxml import etree
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
@@ -36,16 +34,9 @@ class Program:
             return printed.read()
 
 
-def check_run(program):
-    schema = json.loads((ROOT / "docs" / "schemas" / "run.schema.json").read_text())
-    report = json.loads(program.output("run", "--json", "--junit", "report.xml", "nasty.txt"))
-    jsonschema.validate(report, schema)
-    assert [line["status"] for line in report["files"][0]["lines"]] == ["failed", "skipped"], report
-    jsonschema.validate(json.loads(program.output("run", "--json", "--dry-run", "nasty.txt")), schema)
-
-
 def check_junit(program, schemas):
     schema = etree.XMLSchema(etree.parse(str(schemas / "junit-10.xsd")))
+    program.output("run", "--json", "--junit", "report.xml", "nasty.txt")
     report = etree.parse(str(pathlib.Path(program.folder) / "report.xml"))
     schema.assertValid(report)
     suite = report.getroot()[0]
@@ -59,14 +50,12 @@ def main():
     parser.add_argument("program", type=pathlib.Path)
     options = parser.parse_args()
     schemas = pathlib.Path(os.environ.get("DIALWRIGHT_SCHEMAS", ROOT.parent / "shared" / "schemas"))
+    if not schemas.is_dir():
+        print(f"skipped: the schema is not in {schemas}; DIALWRIGHT_SCHEMAS can name its folder")
+        return SKIPPED
     with tempfile.TemporaryDirectory() as folder:
         (pathlib.Path(folder) / "nasty.txt").write_bytes(NASTY)
-        program = Program(options.program.resolve(), folder)
-        check_run(program)
-        if not schemas.is_dir():
-            print(f"JUnit is not validated: its schema is not in {schemas} (DIALWRIGHT_SCHEMAS)")
-            return SKIPPED
-        check_junit(program, schemas)
+        check_junit(Program(options.program.resolve(), folder), schemas)
     return 0
 
 
