@@ -155,6 +155,14 @@ std::wstring LineFor(HWND window, int id, const std::wstring& way) {
     throw std::runtime_error("no line for the control " + std::to_string(id));
 }
 
+std::wstring WindowLine(HWND window, const std::wstring& command) {
+    const auto json = InspectJson(window, L"id");
+    for (const std::string written : json.at("commands")) {
+        if (Widen(written).starts_with(command + L" ")) return Widen(written);
+    }
+    throw std::runtime_error("no such line for the window");
+}
+
 void ProveWindowLines(HWND window) {
     const std::map<std::wstring, std::function<bool()>> effects = {
         {L"Window.BringToFront", [&] { return ::GetForegroundWindow() == window; }},

@@ -15,6 +15,9 @@ namespace dialwright::testing {
 /// The first line that dialwright.exe writes for the first control with this ID.
 [[nodiscard]] std::wstring LineFor(HWND window, int id, const std::wstring& way = L"id");
 
+/// The line that it writes for the window itself with this command.
+[[nodiscard]] std::wstring WindowLine(HWND window, const std::wstring& command);
+
 /// Lets the library carry out the lines for the window itself, the last of which closes it.
 void ProveWindowLines(HWND window);
 
