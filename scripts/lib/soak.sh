@@ -3,13 +3,20 @@
 
 soak_tests='*LoadAndFree*:*ProcessExit*:ManyThreads*:Crash*'
 
-run_soak() { DIALWRIGHT_SOAK=1 timeout 3600 "$root/scripts/wine-run" ./trace_tests.exe --gtest_filter="$soak_tests"; }
+tool_soak_tests='RunProgram.TakesThousandsOfLines'
+
+run_soak() {
+    export DIALWRIGHT_SOAK=1
+    timeout 3600 "$root/scripts/wine-run" ./trace_tests.exe --gtest_filter="$soak_tests" &&
+        timeout 600 "$root/scripts/wine-run" ./tool_tests.exe --gtest_filter="$tool_soak_tests"
+}
 
 command_soak() {
     refuse_arguments "$@"
     ensure_tools "${test_tools[@]}"
     cd "$root"
     build_preset x64-release trace_tests
+    build_preset x64-release tool_tests
     build_preset x64-release practice_target
     start_wine test null
     keep_desktop_up "$root/build/x64-release/bin/practice_target.exe"

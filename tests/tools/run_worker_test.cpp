@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -89,6 +90,22 @@ TEST_F(RunProgram, SaysWhereAProgramCannotBeLaunched) {
     EXPECT_EQ(1U, RunTool({L"launch", L"no-such-program.exe"}).code);
 }
 
+TEST_F(RunProgram, EndsWith3WithoutTheLibraryOrTheWorker) {
+    const auto copy = [&](const wchar_t* name) {
+        ASSERT_TRUE(::CopyFileW((ProgramFolder() + name).c_str(), folder.File(name).c_str(), TRUE));
+    };
+    const std::vector<std::wstring> arguments = {L"run", L"--work-folder", folder.File(L"work"), L"-c",
+                                                 L"Window.Close c t 100"};
+    copy(L"dialwright.exe");
+    const Ended alone = RunOther(folder.File(L"dialwright.exe"), arguments);
+    EXPECT_EQ(3U, alone.code);
+    EXPECT_TRUE(Holds(alone, "dialwright-host.exe cannot be started: error 2")) << alone.Text();
+    copy(L"dialwright-host.exe");
+    const Ended without = RunOther(folder.File(L"dialwright.exe"), arguments);
+    EXPECT_EQ(3U, without.code);
+    EXPECT_TRUE(Holds(without, "Dialwright.dll cannot be loaded: error 126")) << without.Text();
+}
+
 TEST_F(RunProgram, EndsWith130WhenItIsInterrupted) {
     ChildProcess process(L"interrupt_host.exe",
                          {ProgramFolder() + L"dialwright.exe", L"run",
@@ -171,8 +188,10 @@ TEST_F(RunProgram, TakesThousandsOfLines) {
     const int count = Rounds(1000, 10000);
     std::string text = "\xEF\xBB\xBF";
     for (int i = 0; i < count; ++i) text += Line(L"Window.SetCheckbox", L"31 1 5000");
-    const std::wstring path = Script(text);
-    EXPECT_EQ(count, JsonOf(Run({L"--json", path})).at("done"));
+    const Ended ended = Run({Script(text)});
+    EXPECT_EQ(0U, ended.code);
+    const auto isDone = [](const std::string& line) { return line.find("  ok  ") != std::string::npos; };
+    EXPECT_EQ(count, std::ranges::count_if(ended.lines, isDone));
 }
 
 TEST_F(RunProgram, PlansTenThousandLines) {

@@ -147,9 +147,14 @@ public:
 
     int Run(const std::vector<PlannedFile>& files) {
         if (!options.launch.empty()) LaunchProgram();
-        RunEnd end = RunEnd::Done;
-        for (std::size_t round = 0; round < options.repeat && end == RunEnd::Done; ++round) end = runner.Run(files);
-        return Finish(ExitCodeOf(end));
+        try {
+            RunEnd end = RunEnd::Done;
+            for (std::size_t round = 0; round < options.repeat && end == RunEnd::Done; ++round) end = runner.Run(files);
+            return Finish(ExitCodeOf(end));
+        } catch (const std::runtime_error& error) {  // no other worker could be had; what has run is reported
+            std::fprintf(stderr, "dialwright: %s\n", error.what());
+            return Finish(kEnvironment);
+        }
     }
 
 private:

@@ -1,7 +1,6 @@
 #include "run/secrets.h"
 
 #include <algorithm>
-#include <functional>
 #include <stdexcept>
 
 #include "check/source_text.h"
@@ -122,9 +121,10 @@ void Redactor::Hide(const std::wstring& value) {
     const bool hasQuotes = quoted.size() > value.size();
     for (const std::wstring& form : {value, hasQuotes ? quoted.substr(1, quoted.size() - 2) : value}) {
         const std::string utf8 = ToUtf8(form);
-        if (std::ranges::find(hidden, utf8) == hidden.end()) hidden.push_back(utf8);
+        if (std::ranges::find(hidden, utf8) != hidden.end()) continue;
+        const auto isShorter = [&](const std::string& other) { return other.size() < utf8.size(); };
+        hidden.insert(std::ranges::find_if(hidden, isShorter), utf8);
     }
-    std::ranges::sort(hidden, std::ranges::greater(), [](const std::string& text) { return text.size(); });
 }
 
 std::string Redactor::Clean(std::string text) const {
