@@ -86,6 +86,7 @@ TEST(ReadSecretValues, ReadsTextInAnyAlphabet) {
 
 TEST(Redactor, HidesAValueHoweverItIsWritten) {
     Redactor redactor;
+    redactor.Hide(L"");
     redactor.Hide(L"tr0ub4 \"dor\"");
     redactor.Hide(L"caf\x00E9");
     redactor.Hide(L"caf\x00E9 noir");

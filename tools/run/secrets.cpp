@@ -117,6 +117,7 @@ FilledLine FillSecrets(const std::wstring& line, const SecretSources& sources) {
 }
 
 void Redactor::Hide(const std::wstring& value) {
+    if (value.empty()) return;
     const std::wstring quoted = QuoteToken(value);
     const bool hasQuotes = quoted.size() > value.size();
     for (const std::wstring& form : {value, hasQuotes ? quoted.substr(1, quoted.size() - 2) : value}) {

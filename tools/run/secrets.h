@@ -41,6 +41,7 @@ struct FilledLine {
 /// Hides values in all that we print.
 class Redactor {
 public:
+    /// An empty value stands everywhere and is not hidden.
     void Hide(const std::wstring& value);
 
     /// The UTF-8 text with ***** for each value, also for one as it stands inside a quoted token.
