@@ -93,6 +93,8 @@ TEST(Redactor, HidesAValueHoweverItIsWritten) {
     EXPECT_EQ("say ***** now", redactor.Clean(std::string("say tr0ub4 \"dor\" now")));
     EXPECT_EQ("\"*****\"", redactor.Clean(std::wstring_view(LR"("tr0ub4 \"dor\"")")));
     EXPECT_EQ("*****, *****", redactor.Clean(std::wstring_view(L"caf\x00E9 noir, caf\x00E9")));
+    redactor.Hide(L"tab\t\"and quote\"");
+    EXPECT_EQ("[*****]", redactor.Clean(std::wstring_view(L"[tab\xFFFD\\\"and quote\\\"]")));
     EXPECT_EQ("nothing", redactor.Clean(std::string("nothing")));
 }
 

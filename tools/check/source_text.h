@@ -31,6 +31,9 @@ struct SourceText {
 /// The same of any text: what is no UTF-8 becomes U+FFFD.
 [[nodiscard]] std::wstring Wide(std::string_view utf8);
 
+/// A character that no output of ours may hold.
+[[nodiscard]] constexpr bool IsControl(wchar_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }
+
 /// What the library is given: every line but the comments, each in its place, so that line numbers stay.
 [[nodiscard]] std::wstring PureScript(const SourceText& source);
 

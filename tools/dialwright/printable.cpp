@@ -1,5 +1,7 @@
 #include "printable.h"
 
+#include <algorithm>
+
 #include "check/source_text.h"
 #include "platform/text_encoding.h"
 
@@ -7,9 +9,7 @@ namespace dialwright::tools {
 
 std::string Printable(std::wstring_view text) {
     std::wstring clean(text);
-    for (wchar_t& unit : clean) {
-        if (unit < 0x20 || (unit >= 0x7F && unit < 0xA0)) unit = L'\xFFFD';
-    }
+    std::ranges::replace_if(clean, &IsControl, L'\xFFFD');
     return ToUtf8(clean);
 }
 

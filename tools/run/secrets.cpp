@@ -55,6 +55,18 @@ std::wstring WhatIsWrongWith(const std::wstring& value) {
     return value.find_first_of(kRefused) != std::wstring::npos ? L"holds a line end or a zero character" : L"";
 }
 
+/// As it stands between the quotes of a token, and of a JSON text.
+std::wstring AsInQuotes(const std::wstring& value) {
+    const std::wstring quoted = QuoteToken(value);
+    return quoted.size() > value.size() ? quoted.substr(1, quoted.size() - 2) : value;
+}
+
+/// As our output shows it.
+std::wstring WithoutControls(std::wstring value) {
+    std::ranges::replace_if(value, &IsControl, L'\xFFFD');
+    return value;
+}
+
 FilledLine Problem(const std::wstring& line, std::wstring text, std::size_t offset) {
     return {.text = line, .used = {}, .problem = std::move(text), .offset = offset};
 }
@@ -118,9 +130,8 @@ FilledLine FillSecrets(const std::wstring& line, const SecretSources& sources) {
 
 void Redactor::Hide(const std::wstring& value) {
     if (value.empty()) return;
-    const std::wstring quoted = QuoteToken(value);
-    const bool hasQuotes = quoted.size() > value.size();
-    for (const std::wstring& form : {value, hasQuotes ? quoted.substr(1, quoted.size() - 2) : value}) {
+    const std::wstring printable = WithoutControls(value);
+    for (const std::wstring& form : {value, AsInQuotes(value), printable, AsInQuotes(printable)}) {
         const std::string utf8 = ToUtf8(form);
         if (std::ranges::find(hidden, utf8) != hidden.end()) continue;
         const auto isShorter = [&](const std::string& other) { return other.size() < utf8.size(); };
