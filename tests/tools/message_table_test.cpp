@@ -150,6 +150,8 @@ TEST(Course, TellsWhyTheLastAttemptFailed) {
 
 TEST(Course, TellsTheSystemsErrorsApart) {
     EXPECT_EQ("access_denied", CodeAfter({kFoundWindow, {"Window::Close", "CloseWindow failed with error: 5"}}));
+    EXPECT_EQ("window_was_hidden",
+              CodeAfter({kFoundWindow, {"Window::Minimize", "MinimizeWindow failed with error: 0"}}));
     EXPECT_EQ("window_gone", CodeAfter({kFoundWindow, {"Window::Close", "CloseWindow failed with error: 1400"}}));
     EXPECT_EQ("action_failed", CodeAfter({kFoundWindow, {"Window::Close", "CloseWindow failed with error: 87"}}));
     const char* const tag = "DialogScriptManager::ExecuteCommand";

@@ -60,6 +60,8 @@ TEST(FillSecrets, RefusesWhatWouldNotBeTyped) {
         {L"Window.SelectDropdown.Value c t 1 ${secret:PIN}", 34},
         {L"Window.SetText c t 1 ${env:NO_SUCH_NAME_HERE}", 21},
         {L"Window.SetText c t 1 \"${secret:PIN} \" 500", 21},
+        {L"Window.SetText c t 1 ${Secret:PIN} 500", 21},
+        {L"Window.SetText c t 1 ${ENV:PATH} 500", 21},
     };
     for (const auto& [line, offset] : rows) {
         const FilledLine filled = FillSecrets(line, kSources);
@@ -87,6 +89,7 @@ TEST(ReadSecretValues, ReadsTextInAnyAlphabet) {
 TEST(Redactor, HidesAValueHoweverItIsWritten) {
     Redactor redactor;
     redactor.Hide(L"");
+    redactor.Hide(L"noi");
     redactor.Hide(L"tr0ub4 \"dor\"");
     redactor.Hide(L"caf\x00E9");
     redactor.Hide(L"caf\x00E9 noir");
@@ -98,11 +101,23 @@ TEST(Redactor, HidesAValueHoweverItIsWritten) {
     EXPECT_EQ("nothing", redactor.Clean(std::string("nothing")));
 }
 
+TEST(Redactor, HidesTheBeginningOfAValueAtTheEndOfAPart) {
+    Redactor redactor;
+    redactor.Hide(L"correct horse");
+    EXPECT_EQ("say *****", redactor.CleanPart(L"say correct ho"));
+    EXPECT_EQ("say *****", redactor.CleanPart(L"say correct horse"));
+    EXPECT_EQ("say *****", redactor.CleanPart(L"say corr"));
+    EXPECT_EQ("say cor", redactor.CleanPart(L"say cor"));
+    EXPECT_EQ("correct ho!", redactor.CleanPart(L"correct ho!"));
+    EXPECT_EQ("say correct ho", redactor.Clean(std::wstring_view(L"say correct ho")));
+}
+
 TEST(MaskedLine, HidesTheTypedTextWhereTheLibrariesOwnLogShowsIt) {
     const std::vector<std::pair<const wchar_t*, const wchar_t*>> rows = {
         {L"Window.SetText c t 1 4711", L"Window.SetText c t 1 \"*****\""},
         {L"  Window.SetText c t 1 \"two words\" 500 \r", L"Window.SetText c t 1 \"*****\" 500"},
         {L"\"Window.SetText.Path\" c t 2.1 x", L"\"Window.SetText.Path\" c t 2.1 \"*****\""},
+        {L"Window.SetText c t 1 two words", L"Window.SetText c t 1 \"*****\""},
         {L"Window.SetText c t 1 two words here 500", L"Window.SetText …"},
         {L"Window.SetTxet c t 1 secret", L"Window.SetTxet …"},
         {L"Window.Close c t", L"Window.Close c t"},
@@ -159,6 +174,8 @@ TEST(SplitProgram, PartsAProgramFromItsArguments) {
         {L"notepad.exe  my file.txt", L"notepad.exe", L"my file.txt"},
         {L"\"C:\\Program Files\\x.exe\" -a b", L"\"C:\\Program Files\\x.exe\"", L"-a b"},
         {L"\"C:\\x.exe", L"\"C:\\x.exe", L""},
+        {L"  notepad.exe x", L"notepad.exe", L"x"},
+        {L" ", L"", L""},
         {L"", L"", L""},
     };
     for (const auto& [text, program, arguments] : rows) {

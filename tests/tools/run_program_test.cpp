@@ -8,6 +8,7 @@
 #include "run_tool.h"
 #include "support/practice_window.h"
 #include "support/temporary_folder.h"
+#include "support/wait.h"
 #include "support/windows_of_others.h"
 
 namespace dialwright::testing {
@@ -202,6 +203,53 @@ TEST_F(RunProgram, TypesAReplacementForWhatIsNoText) {
     text.replace(text.find("LONE"), 4, "a\xED\xA0\x80z");  // a lone surrogate
     EXPECT_EQ(0U, Run({Script(text)}).code);
     EXPECT_EQ(L"LONEa\xFFFD\xFFFD\xFFFDz", TextOf(target.Control(12)));
+}
+
+TEST_F(RunProgram, HidesAlsoWhatIsTypedInPart) {
+    WriteFile(folder.File(L"secrets.txt"), "LONG=" + std::string(1500, 'x') + "\nSHORT=12\n");
+    const std::wstring path =
+        Script(Line(L"Window.SetText", L"13 ${secret:LONG} 5000") + Line(L"Window.ClickButton", L"4712 100"));
+    const Ended ended = Run({L"--secret-file", folder.File(L"secrets.txt"), L"--on-failure", L"tree", L"--evidence",
+                             folder.File(L"evidence"), path});
+    EXPECT_TRUE(Holds(ended, "the value of SHORT has fewer than 4 characters")) << ended.Text();
+    const Json tree = Json::parse(ReadFile(folder.File(L"evidence\\script.txt-L2.json")));
+    EXPECT_EQ(std::string::npos, tree.dump().find("xxxx"));
+    EXPECT_NE(std::string::npos, tree.dump().find("\"12\""));  // the path and the number of another control
+    EXPECT_EQ(1U, Run({L"--on-failure", L"tree", L"--evidence", folder.File(L"evidence"), L"--from", L"2",
+                       L"--no-check", Script("#\n" + Line(L"Window.ClickButton", L"4712 100"))})
+                      .code);
+    EXPECT_TRUE(FileExists(folder.File(L"evidence\\script.txt-L2-2.json")));
+}
+
+TEST_F(RunProgram, HandsNoSecretOfTheEnvironmentOn) {
+    ::SetEnvironmentVariableW(L"DIALWRIGHT_TEST_NAME", L"ada lovelace");
+    const Ended ended = Run({L"--launch", L"cmd.exe /c set>" + folder.File(L"set.txt"), L"-c",
+                             target.Line(L"Window.SetText", L"12 ${env:DIALWRIGHT_TEST_NAME} 5000")});
+    ::SetEnvironmentVariableW(L"DIALWRIGHT_TEST_NAME", nullptr);
+    EXPECT_EQ(0U, ended.code) << ended.Text();
+    EXPECT_EQ(L"ada lovelace", TextOf(target.Control(12)));
+    ASSERT_TRUE(WaitUntil([&] { return ReadFile(folder.File(L"set.txt")).find("windir") != std::string::npos; }));
+    EXPECT_EQ(std::string::npos, ReadFile(folder.File(L"set.txt")).find("lovelace"));
+}
+
+TEST_F(RunProgram, LeavesNoReportOfAnEarlierRun) {
+    const std::wstring report = folder.File(L"report.xml");
+    WriteFile(report, "old");
+    EXPECT_EQ(2U, Run({L"--junit", report, L"-c", L"Window.Clsoe c t"}).code);
+    EXPECT_FALSE(FileExists(report));
+    const Ended ended = Run({L"--json", L"--junit", report, L"--launch", L"no-such-program.exe", L"-c",
+                             target.Line(L"Window.ClearText", L"15 5000")});
+    EXPECT_EQ(3U, ended.code);
+    EXPECT_EQ(1, JsonOf(ended).at("skipped"));
+    EXPECT_NE(std::string::npos, ReadFile(report).find("<skipped/>"));
+}
+
+TEST_F(RunProgram, RefusesToRunNothing) {
+    const std::wstring path = Script(Line(L"Window.ClearText", L"15 5000"));
+    EXPECT_EQ(2U, Run({L"--from", L"5", path}).code);
+    EXPECT_EQ(2U, Run({L"--from", L"2", L"--to", L"1", path}).code);
+    EXPECT_EQ(2U, Run({L"-", L"-"}, Line(L"Window.ClearText", L"15 5000")).code);
+    EXPECT_EQ(L"Hello", TextOf(target.Control(15)));
 }
 
 TEST_F(RunProgram, RefusesWhatItCannotRead) {

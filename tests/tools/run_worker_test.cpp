@@ -65,6 +65,28 @@ TEST_F(RunProgram, EndsALineWhoseTargetHangs) {
     EXPECT_TRUE(Holds(ended, "target_hung: the target did not answer; the text may be typed in part")) << ended.Text();
 }
 
+TEST_F(RunProgram, TakesNoDialogForItsOwnThatWasThereBefore) {
+    ::PostMessageW(target.Control(23), BM_CLICK, 0, 0);
+    ASSERT_TRUE(WaitUntil([&] { return ::GetLastActivePopup(target.Handle()) != target.Handle(); }));
+    target.DoAfter(1, L"hang 3000");
+    ASSERT_TRUE(WaitUntil([&] { return target.Process().ReadLine(kPatienceMs) == "hanging"; }));
+    const Ended ended = Run({L"--line-timeout", L"1500", L"-c", target.Line(L"Window.ClickButton", L"21 300")});
+    EXPECT_EQ(4U, ended.code) << ended.Text();
+    EXPECT_FALSE(Holds(ended, "opened")) << ended.Text();
+    ::PostMessageW(::GetLastActivePopup(target.Handle()), WM_COMMAND, IDOK, 0);
+}
+
+TEST_F(RunProgram, TellsAtTheLimitHowFarTheLineHasCome) {
+    const Ended searching = Run({L"--line-timeout", L"200", L"-c", L"Window.Close NoSuchClass none 60000"});
+    EXPECT_EQ(1U, searching.code);
+    EXPECT_TRUE(Holds(searching, "window_not_found: ")) << searching.Text();
+    const std::wstring text(4000, L'x');
+    const Ended typing =
+        Run({L"--line-timeout", L"200", L"-c", target.Line(L"Window.SetText", L"13 \"" + text + L"\" 60000")});
+    EXPECT_EQ(4U, typing.code);
+    EXPECT_TRUE(Holds(typing, "line_timeout: ")) << typing.Text();
+}
+
 TEST_F(RunProgram, TellsThatTheWindowClosedMeanwhile) {
     target.DoAfter(400, L"close");
     const Ended ended = Run({L"-c", target.Line(L"Window.ClearText", L"4711 1500")});
@@ -182,6 +204,17 @@ TEST_F(RunThatWaits, HasAFolderForEachWorker) {
     EXPECT_FALSE(report.at("traceMayBeMissing"));
     process.Kill();
     EXPECT_TRUE(WaitUntil([&] { return Workers().empty(); }));
+}
+
+TEST_F(RunProgram, EndsWith130AlsoBetweenQuickLines) {
+    std::string text;
+    for (int i = 0; i < 100000; ++i) text += Line(L"Window.SetCheckbox", L"31 1 5000");
+    ChildProcess process(L"interrupt_host.exe",
+                         {ProgramFolder() + L"dialwright.exe", L"run", L"--no-check", Script(text)});
+    const auto first = process.ReadLine(kPatienceMs);
+    ASSERT_TRUE(first && first->find(":1  ok  ") != std::string::npos) << first.value_or("nothing");
+    process.WriteLine("now");
+    EXPECT_EQ(130U, process.WaitForExit(kPatienceMs));
 }
 
 TEST_F(RunProgram, TakesThousandsOfLines) {

@@ -5,13 +5,11 @@
 #include <system_error>
 
 #include "input.h"
-#include "language/rectangle.h"
-#include "look/control_tree.h"
 #include "look/png.h"
 #include "look/window_picture.h"
 #include "look_formats.h"
 #include "platform/text_encoding.h"
-#include "window/describe.h"
+#include "redacted_look.h"
 
 namespace dialwright::tools {
 namespace {
@@ -25,28 +23,22 @@ std::wstring NameOf(const LineReport& line) {
     return name + L"-L" + std::to_wstring(line.line);
 }
 
-std::string TreeOf(HWND window, const Redactor& redactor) {
-    if (!::IsWindow(window)) return redactor.Clean(FormatWindows(ListTopLevelWindows(), true));
-    return redactor.Clean(ControlsAsJson(ReadWindow(window), ReadControls(window), NamedBy::Id));
-}
-
-std::vector<Rectangle> PlacesOf(const std::vector<HWND>& controls, HWND window) {
-    RECT frame{};
-    ::GetWindowRect(::GetAncestor(window, GA_ROOT), &frame);
-    std::vector<Rectangle> places;
-    for (const HWND control : controls) {
-        RECT own{};
-        if (::GetWindowRect(control, &own)) places.push_back(RelativeTo(ToRectangle(own), ToRectangle(frame)));
-    }
-    return places;
-}
-
 /// Empty where there is none.
-std::string PictureOf(HWND window, const std::vector<HWND>& controlsWithSecrets) {
-    const WindowPicture taken = TakeWindowPicture(window, PlacesOf(controlsWithSecrets, window));
+std::string PictureOf(const RedactedLook& look) {
+    const WindowPicture taken = TakeWindowPicture(look.window.handle, look.blanked);
     if (taken.trouble == nullptr) return EncodePng(taken.picture);
     std::fprintf(stderr, "dialwright: %s\n", taken.trouble);
     return {};
+}
+
+/// A name that no file there has.
+std::filesystem::path NewFile(const std::filesystem::path& folder, const std::wstring& name, const wchar_t* ending) {
+    std::filesystem::path path = folder / (name + ending);
+    std::error_code failed;
+    for (int number = 2; std::filesystem::exists(path, failed); ++number) {
+        path = folder / (name + L"-" + std::to_wstring(number) + ending);
+    }
+    return path;
 }
 
 }  // namespace
@@ -57,12 +49,18 @@ std::vector<std::string> SaveEvidence(const EvidenceSettings& settings, const Li
     std::vector<std::string> saved;
     std::error_code failed;
     if (!settings.kinds.empty()) std::filesystem::create_directories(settings.folder, failed);
+    const bool isThere = ::IsWindow(result.window) != FALSE;
+    const RedactedLook look =
+        isThere ? LookWithoutSecrets(ReadWindow(result.window), redactor, controlsWithSecrets) : RedactedLook();
+    const auto tree = [&] {
+        return isThere ? ControlsAsJson(look.window, look.controls, NamedBy::Id)
+                       : FormatWindows(WindowsWithoutSecrets(redactor), true);
+    };
     for (const std::string& kind : settings.kinds) {
         const bool isTree = kind == "tree";
-        const std::string bytes =
-            isTree ? TreeOf(result.window, redactor) : PictureOf(result.window, controlsWithSecrets);
+        const std::string bytes = isTree ? tree() : PictureOf(look);
         if (bytes.empty()) continue;
-        const std::string path = ToUtf8((settings.folder / (NameOf(line) + (isTree ? L".json" : L".png"))).wstring());
+        const std::string path = ToUtf8(NewFile(settings.folder, NameOf(line), isTree ? L".json" : L".png").wstring());
         if (WriteWholeFile(path, bytes)) {
             saved.push_back(path);
         } else {

@@ -17,7 +17,8 @@ struct EvidenceSettings {
 };
 
 /// Writes down how the target of a failed line stands, or all windows where it was not found: without secrets, and with
-/// the controls blank that were given one. Returns the files in UTF-8; what cannot be written is told on standard error.
+/// the controls blank that were given one. Returns the files in UTF-8; what cannot be written is told on standard
+/// error.
 [[nodiscard]] std::vector<std::string> SaveEvidence(const EvidenceSettings& settings, const LineReport& line,
                                                     const LineResult& result, const Redactor& redactor,
                                                     const std::vector<HWND>& controlsWithSecrets);

@@ -8,6 +8,11 @@
 #include <io.h>
 
 namespace dialwright::tools {
+namespace {
+
+bool outputLost = false;
+
+}  // namespace
 std::optional<std::string> ReadInput(const std::string& path) {
     if (path == "-") {
         ::_setmode(::_fileno(stdin), _O_BINARY);
@@ -35,9 +40,11 @@ void WriteOutput(std::string_view text) {
         return std::setvbuf(stdout, nullptr, _IOFBF, kBuffer) == 0;
     }();
     (void)isSetUp;
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    std::fflush(stdout);
+    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    outputLost = std::fflush(stdout) != 0 || !isWritten || outputLost;
 }
+
+bool OutputWasLost() { return outputLost; }
 
 std::filesystem::path FilePath(const std::string& utf8) { return std::u8string(utf8.begin(), utf8.end()); }
 

@@ -15,6 +15,8 @@ namespace dialwright::tools {
 
 /// Writes to standard output as it is, without changing line ends.
 void WriteOutput(std::string_view text);
+/// Some of it could not be written.
+[[nodiscard]] bool OutputWasLost();
 
 /// A path that was given in UTF-8.
 [[nodiscard]] std::filesystem::path FilePath(const std::string& utf8);

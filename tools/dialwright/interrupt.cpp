@@ -2,25 +2,27 @@
 
 #include <atomic>
 
+#include "subcommand.h"
+
 namespace dialwright::tools {
 namespace {
 
 std::atomic<HANDLE> current = nullptr;
 
+/// The first press asks whoever can end in order; the second one, or the first where there is nobody, ends at once.
 BOOL WINAPI Ask(DWORD /*kind*/) {
-    const HANDLE event = current;
-    return event != nullptr ? ::SetEvent(event) : FALSE;
+    const HANDLE event = current.exchange(nullptr);
+    if (event == nullptr) ::ExitProcess(kInterrupted);
+    return ::SetEvent(event);
 }
 
 }  // namespace
 
-Interrupt::Interrupt() : asked(::CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
-    current = asked;
-    ::SetConsoleCtrlHandler(&Ask, TRUE);
-}
+void EndWhenInterrupted() { ::SetConsoleCtrlHandler(&Ask, TRUE); }
+
+Interrupt::Interrupt() : asked(::CreateEventW(nullptr, TRUE, FALSE, nullptr)) { current = asked; }
 
 Interrupt::~Interrupt() {
-    ::SetConsoleCtrlHandler(&Ask, FALSE);
     current = nullptr;
     ::CloseHandle(asked);
 }

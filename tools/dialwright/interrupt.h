@@ -4,8 +4,10 @@
 
 namespace dialwright::tools {
 
-/// Takes over Ctrl-C, Ctrl-Break and the closing of the console for as long as it lives, so that the program can end
-/// in order. One at a time.
+/// Lets Ctrl-C, Ctrl-Break and the closing of the console end the program with 130.
+void EndWhenInterrupted();
+
+/// Takes the first of them over for as long as it lives, so that the program can end in order. One at a time.
 class Interrupt {
 public:
     Interrupt();

@@ -12,6 +12,7 @@
 #include "look_formats.h"
 #include "look_picture.h"
 #include "platform/dpi.h"
+#include "redacted_look.h"
 #include "run/secrets.h"
 #include "subcommand.h"
 
@@ -89,26 +90,6 @@ WindowInfo WindowToInspect(const Options& options) {
     return windows.empty() ? WindowInfo() : windows.front();
 }
 
-/// What a look has found, and what of it must not be in a picture.
-struct Inspected {
-    WindowInfo window;
-    std::vector<ControlInfo> controls;
-    std::vector<Rectangle> blanked;
-};
-
-Inspected InspectWindow(WindowInfo window, const Redactor& redactor) {
-    Inspected inspected{.window = std::move(window), .controls = {}, .blanked = {}};
-    inspected.controls = ReadControls(inspected.window.handle);
-    inspected.window.title = Wide(redactor.Clean(inspected.window.title));
-    for (ControlInfo& control : inspected.controls) {
-        std::wstring clean = Wide(redactor.Clean(control.text));
-        if (clean == control.text) continue;
-        control.text = std::move(clean);
-        inspected.blanked.push_back(control.rectangle);
-    }
-    return inspected;
-}
-
 /// Throws std::runtime_error for a file that cannot be read or holds no secrets.
 Redactor ReadRedactor(const std::string& secretFile) {
     Redactor redactor;
@@ -119,8 +100,8 @@ Redactor ReadRedactor(const std::string& secretFile) {
     return redactor;
 }
 
-int ShowControls(const Options& options, const Inspected& inspected) {
-    const auto& [window, controls, blanked] = inspected;
+int ShowControls(const Options& options, const RedactedLook& look) {
+    const auto& [window, controls, blanked] = look;
     WriteOutput(options.json ? ControlsAsJson(window, controls, options.Way())
                              : ControlsAsText(window, controls, options.Way(), options.files.AreWanted()));
     if (!options.files.AreWanted()) return kDone;
@@ -139,7 +120,7 @@ int Inspect(const Options& options) {
             std::fprintf(stderr, "dialwright: there is no such window; dialwright windows lists all\n");
             return kFound;
         }
-        return ShowControls(options, InspectWindow(std::move(window), redactor));
+        return ShowControls(options, LookWithoutSecrets(std::move(window), redactor));
     } catch (const std::regex_error& error) {
         return ComplainOfExpression(error);
     } catch (const std::runtime_error& error) {

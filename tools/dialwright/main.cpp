@@ -4,6 +4,8 @@
 #include <exception>
 #include <map>
 
+#include "input.h"
+#include "interrupt.h"
 #include "subcommand.h"
 #include "version.h"
 
@@ -53,7 +55,11 @@ int RunProgram(int count, char** values) {
 
 int main(int count, char** values) {
     try {
-        return RunProgram(count, values);
+        EndWhenInterrupted();
+        const int code = RunProgram(count, values);
+        if (!OutputWasLost()) return code;
+        std::fputs("dialwright: standard output cannot be written\n", stderr);
+        return kEnvironment;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "dialwright: %s\n", error.what());
         return kInternal;

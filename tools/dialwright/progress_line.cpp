@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "check/source_text.h"
+#include "platform/text_encoding.h"
 #include "platform/windows.h"
 
 #include <io.h>
@@ -27,8 +29,9 @@ ProgressLine::ProgressLine() : isTerminal(TakesSequences()) {}
 void ProgressLine::Show(const std::string& text, std::chrono::milliseconds waited) {
     if (!isTerminal || waited < kPatience) return;
     const auto tenths = waited.count() / 100;
-    std::fprintf(stderr, "\r\x1B[K%.*s  %lld.%lld s", static_cast<int>(kWidth), text.c_str(),
-                 static_cast<long long>(tenths / 10), static_cast<long long>(tenths % 10));
+    const std::string beginning = ToUtf8(Wide(text).substr(0, kWidth));
+    std::fprintf(stderr, "\r\x1B[K%s  %lld.%lld s", beginning.c_str(), static_cast<long long>(tenths / 10),
+                 static_cast<long long>(tenths % 10));
     std::fflush(stderr);
     isShown = true;
 }

@@ -1,13 +1,13 @@
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
-#include "check/check.h"
 #include "check/source_text.h"
-#include "check_formats.h"
 #include "evidence.h"
 #include "input.h"
 #include "interrupt.h"
@@ -20,90 +20,11 @@
 #include "run/runner.h"
 #include "run_formats.h"
 #include "run_options.h"
+#include "run_plan.h"
 #include "subcommand.h"
 
 namespace dialwright::tools {
 namespace {
-
-struct Script {
-    std::string name;
-    SourceText source;
-};
-
-/// Ends the command before anything was carried out.
-struct Refused : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-std::string ReadOrRefuse(const std::string& file) {
-    auto bytes = ReadInput(file);
-    if (!bytes) throw Refused(file + " cannot be read");
-    return std::move(*bytes);
-}
-
-std::vector<Script> ReadScripts(const RunOptions& options) {
-    std::vector<Script> scripts;
-    if (!options.lines.empty()) {
-        std::string text;
-        for (const std::string& line : options.lines) text += line + "\n";
-        scripts.push_back({.name = "<command>", .source = ReadSource(text)});
-    }
-    for (const std::string& file : options.files) {
-        scripts.push_back({.name = file == "-" ? "<stdin>" : file, .source = ReadSource(ReadOrRefuse(file))});
-    }
-    if (scripts.empty()) throw Refused("run wants a script, - or -c; see dialwright run --help");
-    const bool partly = options.range.from > 1 || options.range.to != LineRange().to;
-    if (partly && scripts.size() > 1) throw Refused("--from and --to are for one script alone");
-    return scripts;
-}
-
-/// Prints what check finds, but for warnings; throws where that must fail.
-void CheckFirst(const std::vector<Script>& scripts) {
-    std::vector<CheckedFile> files;
-    bool found = false;
-    for (const Script& script : scripts) {
-        CheckedFile checked{.file = script.name, .findings = CheckScript(script.source)};
-        std::erase_if(checked.findings, [](const Finding& finding) { return finding.Level() != Severity::Error; });
-        found = found || !checked.findings.empty();
-        files.push_back(std::move(checked));
-    }
-    if (!found) return;
-    std::fputs(FormatFindings("text", files).c_str(), stderr);
-    throw Refused("nothing was carried out; --no-check runs the script all the same");
-}
-
-SecretSources ReadSecretSources(const RunOptions& options) {
-    SecretSources sources;
-    if (options.secretFile.empty()) return sources;
-    try {
-        sources.secrets = ReadSecretValues(ReadOrRefuse(options.secretFile));
-    } catch (const Refused&) {
-        throw;
-    } catch (const std::runtime_error& error) {
-        throw Refused(options.secretFile + ": " + error.what());
-    }
-    return sources;
-}
-
-std::vector<PlannedFile> Plan(const RunOptions& options, const std::vector<Script>& scripts, Redactor& redactor) {
-    const SecretSources secrets = ReadSecretSources(options);
-    // Also what no line types: it may stand in a window all the same.
-    for (const auto& [name, value] : secrets.secrets) redactor.Hide(value);
-    std::vector<PlanProblem> problems;
-    std::vector<PlannedFile> files;
-    for (const Script& script : scripts) {
-        files.push_back(PlanScript(script.name, script.source, options.range, secrets, problems));
-        for (const PlannedLine& line : files.back().lines) {
-            for (const std::wstring& value : line.secrets) redactor.Hide(value);
-        }
-    }
-    for (const PlanProblem& problem : problems) {
-        std::fprintf(stderr, "%s:%zu:%zu: error: %s\n", problem.file.c_str(), problem.line, problem.column,
-                     Printable(problem.text).c_str());
-    }
-    if (!problems.empty()) throw Refused("nothing was carried out");
-    return files;
-}
 
 int ShowPlan(const RunOptions& options, const std::vector<PlannedFile>& files, const Redactor& redactor) {
     RunReport report;
@@ -139,26 +60,55 @@ int ExitCodeOf(RunEnd end) {
     return kDone;
 }
 
+/// Writes what was asked for. Returns the exit code, which a report that cannot be written may change.
+int WriteReports(const RunOptions& options, RunReport& report, int exitCode) {
+    report.exitCode = exitCode;
+    if (options.json) WriteOutput(FormatRunAsJson(report));
+    std::fputs(FormatSum(report).c_str(), stderr);
+    if (options.junitFile.empty() || WriteWholeFile(options.junitFile, FormatRunAsJUnit(report))) return exitCode;
+    std::fprintf(stderr, "dialwright: %s cannot be written\n", options.junitFile.c_str());
+    return exitCode == kDone ? kEnvironment : exitCode;
+}
+
+int Complain(const std::runtime_error& error, int exitCode) {
+    std::fprintf(stderr, "dialwright: %s\n", error.what());
+    return exitCode;
+}
+
 /// A run with all that hears of it.
 class Session {
 public:
-    Session(const RunOptions& runOptions, const Redactor& wordsToHide)
-        : options(runOptions), annotates(Annotates(runOptions)), runner(Settings(wordsToHide), wordsToHide) {}
+    /// Throws std::runtime_error where the worker cannot be started.
+    Session(const RunOptions& runOptions, const RunPlan& runPlan, bool annotatesLines)
+        : options(runOptions), plan(runPlan), annotates(annotatesLines), runner(Settings(), runPlan.redactor) {}
 
-    int Run(const std::vector<PlannedFile>& files) {
-        if (!options.launch.empty()) LaunchProgram();
-        try {
-            RunEnd end = RunEnd::Done;
-            for (std::size_t round = 0; round < options.repeat && end == RunEnd::Done; ++round) end = runner.Run(files);
-            return Finish(ExitCodeOf(end));
-        } catch (const std::runtime_error& error) {  // no other worker could be had; what has run is reported
-            std::fprintf(stderr, "dialwright: %s\n", error.what());
-            return Finish(kEnvironment);
-        }
+    int Run() {
+        const int exitCode = RunAll();
+        return WriteReports(options, runner.Report(), exitCode);
     }
 
 private:
-    RunnerSettings Settings(const Redactor& redactor) {
+    int RunAll() {
+        try {
+            LaunchProgram();
+            RunEnd end = RunEnd::Done;
+            for (std::size_t i = 0; i < options.repeat && end == RunEnd::Done; ++i) end = runner.Run(plan.files);
+            return ExitCodeOf(end);
+        } catch (const std::runtime_error& error) {
+            runner.SkipAll(plan.files);
+            return Complain(error, kEnvironment);
+        }
+    }
+
+    void LaunchProgram() {
+        if (options.launch.empty()) return;
+        const auto [program, arguments] = SplitProgram(Wide(options.launch));
+        if (runner.Launch(program, arguments) == 0) {
+            throw std::runtime_error("launch_failed: " + ToUtf8(program) + " cannot be started");
+        }
+    }
+
+    RunnerSettings Settings() {
         RunnerSettings settings;
         settings.host = HostProgram();
         settings.library = LibraryFile();
@@ -172,19 +122,12 @@ private:
             current = Printable(line.file) + ":" + std::to_string(line.line) + "  " + Printable(line.text);
         };
         settings.lineEnded = [this](const LineReport& line) { Hear(line); };
-        settings.saveEvidence = [this, &redactor](const LineReport& line, const LineResult& result,
-                                                  const std::vector<HWND>& controlsWithSecrets) {
+        settings.saveEvidence = [this](const LineReport& line, const LineResult& result,
+                                       const std::vector<HWND>& controlsWithSecrets) {
             return SaveEvidence({.folder = FilePath(options.evidenceFolder), .kinds = options.onFailure}, line, result,
-                                redactor, controlsWithSecrets);
+                                plan.redactor, controlsWithSecrets);
         };
         return settings;
-    }
-
-    void LaunchProgram() {
-        const auto [program, arguments] = SplitProgram(Wide(options.launch));
-        if (runner.Launch(program, arguments) == 0) {
-            throw std::runtime_error(ToUtf8(program) + " cannot be started");
-        }
     }
 
     void Hear(const LineReport& line) {
@@ -200,18 +143,8 @@ private:
         }
     }
 
-    int Finish(int exitCode) {
-        RunReport& report = runner.Report();
-        report.exitCode = exitCode;
-        if (options.json) WriteOutput(FormatRunAsJson(report));
-        std::fputs(FormatSum(report).c_str(), stderr);
-        if (options.junitFile.empty()) return exitCode;
-        if (WriteWholeFile(options.junitFile, FormatRunAsJUnit(report))) return exitCode;
-        std::fprintf(stderr, "dialwright: %s cannot be written\n", options.junitFile.c_str());
-        return exitCode == kDone ? kEnvironment : exitCode;
-    }
-
     const RunOptions& options;
+    const RunPlan& plan;
     bool annotates;
     Interrupt interrupt;
     ProgressLine progress;
@@ -220,25 +153,40 @@ private:
     Runner runner;
 };
 
+/// Where not even the worker can be started: nothing was carried out.
+int ReportNothing(const RunOptions& options, const RunPlan& plan) {
+    RunReport report;
+    for (const PlannedFile& file : plan.files) {
+        report.files.push_back(ReportOf(file, LineStatus::Skipped, plan.redactor));
+    }
+    return WriteReports(options, report, kEnvironment);
+}
+
+/// The report of an earlier run would pass for one of this run, which may end without any.
+void RemoveOldReport(const RunOptions& options) {
+    std::error_code failed;
+    if (!options.junitFile.empty()) std::filesystem::remove(FilePath(options.junitFile), failed);
+}
+
 int Run(const RunOptions& options) {
-    Redactor redactor;
-    std::vector<PlannedFile> files;
+    const bool annotates = Annotates(options);
+    RemoveOldReport(options);
+    RunPlan plan;
     try {
-        const std::vector<Script> scripts = ReadScripts(options);
-        if (!options.noCheck) CheckFirst(scripts);
-        files = Plan(options, scripts, redactor);
+        plan = MakePlan(options, annotates);
     } catch (const Refused& refused) {
-        std::fprintf(stderr, "dialwright: %s\n", refused.what());
-        return kUsage;
+        return Complain(refused, kUsage);
     }
-    if (options.dryRun) return ShowPlan(options, files, redactor);
+    if (options.dryRun) return ShowPlan(options, plan.files, plan.redactor);
     RequestPerMonitorDpiAwareness();
+    std::optional<Session> session;
     try {
-        return Session(options, redactor).Run(files);
+        session.emplace(options, plan, annotates);
     } catch (const std::runtime_error& error) {
-        std::fprintf(stderr, "dialwright: %s\n", error.what());
-        return kEnvironment;
+        (void)Complain(error, kEnvironment);
+        return ReportNothing(options, plan);
     }
+    return session->Run();
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ constexpr const char* kFooter =
     "Each line that ends is printed as file:line, ok or FAIL, its time and the line with its typed text masked. A line\n"
     "that fails tells why, and what could help. Lines that begin with # are comments.\n\n"
     "Exit codes: 0 done, 1 a line failed, 2 usage or a script that cannot run (nothing was carried out), 3 the worker\n"
-    "cannot be started, 4 a target did not answer, 5 internal error, 130 interrupted.";
+    "or a program cannot be started or a report not be written, 4 a target did not answer, 5 internal error, 130 interrupted.";
 
 void AddWhatRuns(CLI::App& command, RunOptions& options) {
     command.add_option("files", options.files, "scripts in UTF-8; - is standard input");
@@ -33,7 +33,7 @@ void AddHowItRuns(CLI::App& command, RunOptions& options) {
     command.add_flag("--dry-run", options.dryRun, "checks, and prints what would run");
     command.add_flag("--no-check", options.noCheck, "runs a script also where dialwright check finds errors");
     command.add_option("--line-timeout", options.lineTimeoutMs, "ends a line after so many milliseconds")
-        ->check(CLI::PositiveNumber);
+        ->check(CLI::Range(std::size_t{1}, std::size_t{4294967295}));
     command.add_option("--on-modal", options.onModal, "when a click opens a dialog: go on, wait, or fail")
         ->check(CLI::IsMember({"continue", "wait", "fail"}));
     command.add_option("--on-failure", options.onFailure, "what a line that fails leaves: screenshot, tree")

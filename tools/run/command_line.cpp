@@ -58,11 +58,14 @@ std::wstring MaskedLine(const std::wstring& line) {
     const std::size_t end = read.tokens.back().offset + read.tokens.back().length;
     if (!read.HasText()) return line.substr(begin, end - begin);
     const Token& text = read.tokens[read.textToken];
-    const std::size_t behind = text.offset + text.length;
+    // What stands where the timeout should, and is none, belongs to a text without quotes.
+    const bool textGoesOn = read.HasTimeout() && !ReadsAsInteger(read.tokens.back().text);
+    const std::size_t behind = textGoesOn ? end : text.offset + text.length;
     return line.substr(begin, text.offset - begin) + L"\"*****\"" + line.substr(behind, end - behind);
 }
 
-ProgramAndArguments SplitProgram(const std::wstring& text) {
+ProgramAndArguments SplitProgram(const std::wstring& whole) {
+    const std::wstring text = whole.substr((std::min)(whole.find_first_not_of(L' '), whole.size()));
     const bool quoted = text.starts_with(L'"');
     const std::size_t closing = quoted ? text.find(L'"', 1) : text.find(L' ');
     const std::size_t end = closing == std::wstring::npos ? text.size() : closing + (quoted ? 1 : 0);

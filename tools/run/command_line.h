@@ -44,6 +44,6 @@ struct ProgramAndArguments {
 };
 
 /// Parts a program, in quotes where its path has blanks, from its arguments.
-[[nodiscard]] ProgramAndArguments SplitProgram(const std::wstring& text);
+[[nodiscard]] ProgramAndArguments SplitProgram(const std::wstring& whole);
 
 }  // namespace dialwright::tools

@@ -20,10 +20,13 @@ bool ActsOnWindow(const CommandLine& line) {
     return kinds.empty() || kinds[0] == ArgumentKind::Position;
 }
 
-Reason NoAnswer(const CommandLine& line) {
-    return {.code = "target_hung",
-            .sentence = line.HasText() ? "the target did not answer; the text may be typed in part"
-                                       : "the target did not answer; what was asked of it may happen later"};
+/// A target that answers again was only slow.
+Reason NoAnswer(const CommandLine& line, HWND window) {
+    const char* const rest =
+        line.HasText() ? "; the text may be typed in part" : "; what was asked of it may happen later";
+    if (DoesNotAnswer(window))
+        return {.code = "target_hung", .sentence = std::string("the target did not answer") + rest};
+    return {.code = "line_timeout", .sentence = std::string("the target was not done within the limit") + rest};
 }
 
 Reason AccessDenied() {
@@ -31,15 +34,23 @@ Reason AccessDenied() {
             .sentence = "the target runs with more rights than this program, and the system drops messages to it"};
 }
 
-/// Where the window is there already, it is seen beforehand that it cannot be reached.
-bool CannotReachTarget(const CommandLine& line) {
-    if (line.command == nullptr || !OthersMayHaveMoreRights()) return false;
+/// The target where it is there already, or null.
+HWND TargetOf(const CommandLine& line) {
     try {
-        const HWND window = WindowMatcher(line.Criteria()).FirstMatch();
-        return window != nullptr && HasMoreRightsThanWe(window);
+        return line.command == nullptr ? nullptr : WindowMatcher(line.Criteria()).FirstMatch();
     } catch (const std::regex_error&) {
-        return false;  // the library tells better what is wrong
+        return nullptr;  // the library tells better what is wrong
     }
+}
+
+bool CannotReachTarget(const CommandLine& line) {
+    return OthersMayHaveMoreRights() && HasMoreRightsThanWe(TargetOf(line));
+}
+
+/// Only a click is watched for dialogs, so only a click is worth the look.
+HWND DialogBefore(const CommandLine& line) {
+    const bool clicks = line.command != nullptr && line.command->name.starts_with(L"Window.ClickButton");
+    return clicks ? OpenDialogOf(TargetOf(line)) : nullptr;
 }
 
 }  // namespace
@@ -55,7 +66,7 @@ milliseconds LimitOf(const CommandLine& line) {
 class LineRunner::Attempt {
 public:
     Attempt(const Settings& lineSettings, Worker& lineWorker, const std::wstring& text)
-        : settings(lineSettings), worker(lineWorker), line(ReadCommandLine(text)) {
+        : settings(lineSettings), worker(lineWorker), line(ReadCommandLine(text)), watch(DialogBefore(line)) {
         if (CannotReachTarget(line)) {
             result.ending = Ending::Failed;
             result.reason = AccessDenied();
@@ -122,7 +133,7 @@ private:
     void LooksAtLimit(milliseconds waited) {
         const bool acts = course.IsActing() || (course.Window() != nullptr && ActsOnWindow(line));
         const bool over = settings.limit ? waited >= *settings.limit : acts && waited >= LimitOf(line);
-        if (over) End(Ending::NoAnswer);
+        if (over) End(acts ? Ending::NoAnswer : Ending::TimedOut);
     }
 
     void Judge() {
@@ -130,14 +141,14 @@ private:
         if (result.ending == Ending::Done && window != nullptr && HasMoreRightsThanWe(window)) {
             result.ending = Ending::Failed;
             result.reason = AccessDenied();
-        } else if (result.ending == Ending::Failed) {
+        } else if (result.ending == Ending::Failed || result.ending == Ending::TimedOut) {
             result.reason = course.WhyItFailed();
             const bool missed = result.reason.code == "control_not_found" || result.reason.code == "action_failed";
             if (missed && !::IsWindow(window)) {
                 result.reason = {.code = "window_gone", .sentence = "the window closed while the line ran"};
             }
         } else if (result.ending == Ending::NoAnswer) {
-            result.reason = NoAnswer(line);
+            result.reason = NoAnswer(line, window);
         } else if (result.ending == Ending::DialogOpened && settings.onModal == OnModal::Fail) {
             result.reason = {.code = "dialog_opened", .sentence = "the click opened a dialog that waits for an answer"};
         } else if (result.ending == Ending::WorkerEnded) {

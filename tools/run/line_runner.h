@@ -25,6 +25,7 @@ enum class Ending : std::uint8_t {
     Failed,
     DialogOpened,  ///< done, and the worker still waits for the dialog: it must be replaced
     NoAnswer,      ///< the worker waits for a target that hangs: it must be replaced
+    TimedOut,      ///< over the limit before the library acted: the worker must be replaced
     WorkerEnded,
     Interrupted,
 };

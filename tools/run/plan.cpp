@@ -24,7 +24,8 @@ PlannedFile PlanScript(std::string name, const SourceText& source, const LineRan
         planned.lines.push_back({.number = line.number,
                                  .text = std::move(filled.text),
                                  .shown = MaskedLine(line.text),
-                                 .secrets = std::move(filled.used)});
+                                 .secrets = std::move(filled.used),
+                                 .variable = std::move(filled.variable)});
     }
     return planned;
 }

@@ -16,6 +16,8 @@ struct PlannedLine {
     /// As people may see it.
     std::wstring shown;
     std::vector<std::wstring> secrets;
+    /// The environment's variable that one of them came from; empty where none did.
+    std::wstring variable;
 };
 
 struct PlannedFile {

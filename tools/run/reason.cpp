@@ -16,6 +16,7 @@ HWND HandleOf(const std::string& hexadecimal) {
 std::string CodeOf(const KnownMessage& message) {
     if (message.row->code == "action_failed") {
         const unsigned long error = std::strtoul(message.values.back().c_str(), nullptr, 10);
+        if (error == 0) return "window_was_hidden";
         if (error == ERROR_ACCESS_DENIED) return "access_denied";
         if (error == ERROR_INVALID_WINDOW_HANDLE) return "window_gone";
     }
@@ -47,6 +48,9 @@ void Course::Take(const LogMessage& message) {
             failed = true;
             failureIsEcho = known->row->role == MessageRole::Echo;
             failure = {.code = CodeOf(*known), .sentence = known->Sentence()};
+            if (failure.code == "window_was_hidden") {
+                failure.sentence = "the window was hidden; it is shown now, which the library counts as a failure";
+            }
             break;
         case MessageRole::Announcement:
         case MessageRole::Note: break;

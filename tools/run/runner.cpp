@@ -18,6 +18,7 @@ RunEnd EndOf(Ending ending) {
         case Ending::Interrupted: return RunEnd::Interrupted;
         case Ending::Done:
         case Ending::Failed:
+        case Ending::TimedOut:
         case Ending::DialogOpened: break;
     }
     return RunEnd::LineFailed;
@@ -59,29 +60,45 @@ DWORD Runner::Launch(const std::wstring& program, const std::wstring& arguments)
 }
 
 RunEnd Runner::Run(const std::vector<PlannedFile>& files) {
+    // All of them first: what is never reached is in the report too.
+    const std::size_t first = report.files.size();
+    for (const PlannedFile& file : files) report.files.push_back(ReportOf(file, LineStatus::Skipped, redactor));
     bool goesOn = true;
-    for (const PlannedFile& file : files) {
-        FileReport& fileReport = report.files.emplace_back(ReportOf(file, LineStatus::Skipped, redactor));
-        bool fileGoesOn = goesOn;
-        for (std::size_t i = 0; i < file.lines.size() && fileGoesOn; ++i) {
-            settings.lineBegins(fileReport.lines[i]);
-            fileGoesOn = RunLine(file.lines[i], fileReport.lines[i]);
-            settings.lineEnded(fileReport.lines[i]);
-        }
-        const bool mayGoOn = settings.keepGoing && end != RunEnd::Interrupted;
-        goesOn = goesOn && (fileGoesOn || mayGoOn);
+    for (std::size_t i = 0; i < files.size() && goesOn; ++i) {
+        const bool allDone = RunFile(files[i], report.files[first + i]);
+        goesOn = (allDone || settings.keepGoing) && end != RunEnd::Interrupted;
     }
     return end;
 }
 
+void Runner::SkipAll(const std::vector<PlannedFile>& files) {
+    if (!report.files.empty()) return;
+    for (const PlannedFile& file : files) report.files.push_back(ReportOf(file, LineStatus::Skipped, redactor));
+}
+
+bool Runner::RunFile(const PlannedFile& file, FileReport& fileReport) {
+    for (std::size_t i = 0; i < file.lines.size(); ++i) {
+        if (settings.lines.isInterrupted && settings.lines.isInterrupted()) {
+            end = RunEnd::Interrupted;
+            return false;
+        }
+        settings.lineBegins(fileReport.lines[i]);
+        const bool goesOn = RunLine(file.lines[i], fileReport.lines[i]);
+        settings.lineEnded(fileReport.lines[i]);
+        if (!goesOn) return false;
+    }
+    return true;
+}
+
 bool Runner::RunLine(const PlannedLine& line, LineReport& lineReport) {
+    if (worker == nullptr) worker = std::make_unique<Worker>(place, settings.library);
     LineResult result = LineRunner(settings.lines).Run(*worker, line.text);
     const Ending ending = result.ending;
     const bool failed = !result.reason.code.empty();
     if (!line.secrets.empty()) controlsWithSecrets.push_back(result.control);
     Describe(line, std::move(result), lineReport);
     // A call that lived on would post its second click when the dialog has gone, and open it again.
-    if (NeedsNewWorker(ending) && ending != Ending::Interrupted) RenewWorker();
+    if (NeedsNewWorker(ending)) worker.reset();
     if (failed) end = (std::max)(end, EndOf(ending));
     return !failed;
 }
@@ -104,11 +121,6 @@ void Runner::Describe(const PlannedLine& line, LineResult&& result, LineReport& 
     lineReport.suggestion =
         redactor.Clean(Suggest(ReadCommandLine(line.text), result.reason, result.window, result.control));
     if (settings.saveEvidence) lineReport.files = settings.saveEvidence(lineReport, result, controlsWithSecrets);
-}
-
-void Runner::RenewWorker() {
-    worker.reset();
-    worker = std::make_unique<Worker>(place, settings.library);
 }
 
 }  // namespace dialwright::tools

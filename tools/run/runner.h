@@ -48,17 +48,22 @@ public:
     /// Runs one file after another, up to the first line that fails unless told to keep going.
     [[nodiscard]] RunEnd Run(const std::vector<PlannedFile>& files);
 
+    /// Puts all files into a report that holds none yet, with their lines skipped.
+    void SkipAll(const std::vector<PlannedFile>& files);
+
     [[nodiscard]] RunReport& Report() { return report; }
 
 private:
+    /// Whether all its lines were done.
+    [[nodiscard]] bool RunFile(const PlannedFile& file, FileReport& fileReport);
     /// Whether the next line may run.
     [[nodiscard]] bool RunLine(const PlannedLine& line, LineReport& lineReport);
     void Describe(const PlannedLine& line, LineResult&& result, LineReport& lineReport) const;
-    void RenewWorker();
 
     RunnerSettings settings;
     const Redactor& redactor;
     HostPlace place;
+    /// Null where the next line wants a new one.
     std::unique_ptr<Worker> worker;
     RunReport report;
     std::vector<HWND> controlsWithSecrets;

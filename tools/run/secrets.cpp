@@ -1,6 +1,8 @@
 #include "run/secrets.h"
 
 #include <algorithm>
+#include <cwctype>
+#include <iterator>
 #include <stdexcept>
 
 #include "check/source_text.h"
@@ -14,20 +16,24 @@ namespace dialwright::tools {
 namespace {
 
 constexpr std::wstring_view kKinds[] = {L"env", L"secret"};
-constexpr std::wstring_view kMask = L"*****";
 
 struct Reference {
     std::wstring_view kind;
     std::wstring name;
 };
 
-/// Where "${env:" or "${secret:" begins that is not written "$${"; npos where nowhere.
+bool StartsWithAnyCase(std::wstring_view text, std::wstring_view beginning) {
+    return std::ranges::equal(text.substr(0, beginning.size()), beginning, {},
+                              [](wchar_t unit) { return std::towlower(unit); });
+}
+
+/// Where "${env:" or "${secret:" begins, in any letters, that is not written "$${"; npos where nowhere.
 std::size_t FindReference(std::wstring_view text) {
     for (std::size_t at = text.find(L"${"); at != std::wstring_view::npos; at = text.find(L"${", at + 1)) {
         if (at > 0 && text[at - 1] == L'$') continue;
         const std::wstring_view behind = text.substr(at + 2);
         for (const std::wstring_view kind : kKinds) {
-            if (behind.starts_with(kind) && behind.substr(kind.size()).starts_with(L":")) return at;
+            if (StartsWithAnyCase(behind, kind) && behind.substr(kind.size()).starts_with(L":")) return at;
         }
     }
     return std::wstring_view::npos;
@@ -39,6 +45,7 @@ std::optional<Reference> WholeReference(std::wstring_view text) {
     const std::wstring_view inside = text.substr(2, text.size() - 3);
     const std::size_t colon = inside.find(L':');
     const std::wstring_view kind = inside.substr(0, colon);
+    if (std::ranges::find(kKinds, kind) == std::end(kKinds)) return std::nullopt;
     return Reference{.kind = kind, .name = std::wstring(inside.substr(colon + 1))};
 }
 
@@ -112,8 +119,10 @@ FilledLine FillSecrets(const std::wstring& line, const SecretSources& sources) {
         const bool misplaced = FindReference(command.tokens[i].text) != std::wstring::npos &&
                                !(isText && WholeReference(command.tokens[i].text));
         if (!misplaced) continue;
-        return Problem(line, L"${env:…} and ${secret:…} must be the whole text of a Window.SetText command",
-                       command.tokens[i].offset);
+        return Problem(
+            line,
+            L"${env:NAME} and ${secret:NAME}, in small letters, must be the whole text of a Window.SetText command",
+            command.tokens[i].offset);
     }
     if (!command.HasText()) return {.text = line, .used = {}, .problem = {}};
     const Token& token = command.tokens[command.textToken];
@@ -125,11 +134,14 @@ FilledLine FillSecrets(const std::wstring& line, const SecretSources& sources) {
     if (!value) return Problem(line, L"there is no value for " + token.text, token.offset);
     const std::wstring wrong = WhatIsWrongWith(*value);
     if (!wrong.empty()) return Problem(line, L"the value of " + token.text + L" " + wrong, token.offset);
-    return {.text = Rebuild(command, *value), .used = {*value}, .problem = {}};
+    return {.text = Rebuild(command, *value),
+            .used = {*value},
+            .variable = reference->kind == L"env" ? reference->name : L"",
+            .problem = {}};
 }
 
 void Redactor::Hide(const std::wstring& value) {
-    if (value.empty()) return;
+    if (value.size() < kLeastHiddenUnits) return;
     const std::wstring printable = WithoutControls(value);
     for (const std::wstring& form : {value, AsInQuotes(value), printable, AsInQuotes(printable)}) {
         const std::string utf8 = ToUtf8(form);
@@ -140,7 +152,7 @@ void Redactor::Hide(const std::wstring& value) {
 }
 
 std::string Redactor::Clean(std::string text) const {
-    const std::string mask = ToUtf8(kMask);
+    const std::string mask = Mask();
     for (const std::string& value : hidden) {
         for (std::size_t at = text.find(value); at != std::string::npos; at = text.find(value, at + mask.size())) {
             text.replace(at, value.size(), mask);
@@ -150,5 +162,17 @@ std::string Redactor::Clean(std::string text) const {
 }
 
 std::string Redactor::Clean(std::wstring_view text) const { return Clean(ToUtf8(text)); }
+
+std::string Redactor::CleanPart(std::wstring_view text) const {
+    std::string clean = Clean(text);
+    for (const std::string& value : hidden) {
+        for (std::size_t length = (std::min)(value.size() - 1, clean.size()); length >= kLeastHiddenUnits; --length) {
+            if (!clean.ends_with(std::string_view(value).substr(0, length))) continue;
+            clean.replace(clean.size() - length, length, Mask());
+            break;
+        }
+    }
+    return clean;
+}
 
 }  // namespace dialwright::tools

@@ -54,7 +54,10 @@ std::wstring SuggestWindow(const CommandLine& line) {
     std::erase_if(windows, [](const WindowInfo& window) { return !window.visible || window.title.empty(); });
     std::ranges::stable_sort(windows, {}, [&](const WindowInfo& window) { return DistanceOf(window, wanted); });
     std::vector<std::wstring> names;
-    for (const WindowInfo& window : windows) names.push_back(window.className + L" " + Quoted(window.title));
+    for (const WindowInfo& window : windows) {
+        std::wstring name = window.className + L" " + Quoted(window.title);
+        if (std::ranges::find(names, name) == names.end()) names.push_back(std::move(name));
+    }
     if (names.empty()) return L"there is no visible window with a title";
     return L"nearest: " +
            Join({names.begin(), names.begin() + static_cast<std::ptrdiff_t>((std::min)(names.size(), kMostNamed))},
@@ -164,6 +167,8 @@ std::wstring SuggestWide(const CommandLine& line, const Reason& reason, HWND win
          }},
         {"target_hung", [](const CommandLine&, HWND,
                            HWND) { return std::wstring(L"look at the target; --line-timeout gives it more time"); }},
+        {"line_timeout",
+         [](const CommandLine&, HWND, HWND) { return std::wstring(L"a larger --line-timeout gives it more time"); }},
         {"dialog_opened", [](const CommandLine&, HWND,
                              HWND) { return std::wstring(L"with --on-modal continue the next line can answer it"); }},
     };

@@ -35,26 +35,27 @@ bool DoesNotAnswer(HWND window) {
            ::SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG | SMTO_BLOCK, kAnswerMs, &ignored) == 0;
 }
 
-std::optional<std::wstring> OpenDialogOf(HWND window) {
-    if (window == nullptr || ::IsWindowEnabled(window) || ::IsHungAppWindow(window)) return std::nullopt;
+HWND OpenDialogOf(HWND window) {
+    if (window == nullptr || ::IsWindowEnabled(window) || ::IsHungAppWindow(window)) return nullptr;
     const HWND popup = ::GetLastActivePopup(window);
-    if (popup == nullptr || popup == window || !::IsWindowVisible(popup)) return std::nullopt;
+    if (popup == nullptr || popup == window || !::IsWindowVisible(popup)) return nullptr;
     DWORD owner = 0;
     DWORD opener = 0;
     ::GetWindowThreadProcessId(window, &owner);
     ::GetWindowThreadProcessId(popup, &opener);
-    if (owner != opener) return std::nullopt;
-    std::array<wchar_t, 256> title{};
-    ::GetWindowTextW(popup, title.data(), static_cast<int>(title.size()));
-    return title.data();
+    return owner == opener ? popup : nullptr;
 }
 
 std::optional<std::wstring> DialogWatch::Look(HWND window) {
-    auto dialog = OpenDialogOf(window);
+    const HWND dialog = OpenDialogOf(window);
     const auto now = std::chrono::steady_clock::now();
-    if (!dialog) since.reset();
-    if (dialog && !since) since = now;
-    return dialog && now - *since >= kStays ? dialog : std::nullopt;
+    const bool isNew = dialog != nullptr && dialog != before;
+    if (!isNew) since.reset();
+    if (isNew && !since) since = now;
+    if (!isNew || now - *since < kStays) return std::nullopt;
+    std::array<wchar_t, 256> title{};
+    ::GetWindowTextW(dialog, title.data(), static_cast<int>(title.size()));
+    return title.data();
 }
 
 }  // namespace dialwright::tools

@@ -18,16 +18,21 @@ namespace dialwright::tools {
 /// The window has not answered for some seconds.
 [[nodiscard]] bool DoesNotAnswer(HWND window);
 
-/// The dialog that a window waits for, by its title; nothing where it waits for none.
-[[nodiscard]] std::optional<std::wstring> OpenDialogOf(HWND window);
+/// The dialog that a window waits for; null where it waits for none.
+[[nodiscard]] HWND OpenDialogOf(HWND window);
 
 /// Tells when a click has opened a dialog: the window must have waited for one for a while, as a passing message box or
 /// a moment between two windows is no dialog to stay.
 class DialogWatch {
 public:
+    /// A dialog that the line cannot have opened, or null.
+    explicit DialogWatch(HWND openBefore) : before(openBefore) {}
+
+    /// The dialog's title, once it is one to stay.
     [[nodiscard]] std::optional<std::wstring> Look(HWND window);
 
 private:
+    HWND before;
     std::optional<std::chrono::steady_clock::time_point> since;
 };
 
