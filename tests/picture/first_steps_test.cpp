@@ -39,7 +39,7 @@ std::vector<std::wstring> SplitArguments(const std::wstring& line) {
     int count = 0;
     wchar_t** const values = ::CommandLineToArgvW(line.c_str(), &count);
     std::vector<std::wstring> arguments(values, values + count);
-    ::LocalFree(values);
+    ::LocalFree(static_cast<void*>(values));
     return arguments;
 }
 
