@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cwctype>
-#include <map>
+#include <set>
 #include <string_view>
 
 #include "look/position_rule.h"
@@ -39,8 +39,7 @@ bool SoundsLikeEdit(const std::wstring& className) {
     return std::ranges::search(className, kEdit, sameLetter).begin() != className.end();
 }
 
-ControlKind KindOf(HWND control, const std::wstring& className) {
-    const LONG_PTR style = ::GetWindowLongPtrW(control, GWL_STYLE);
+ControlKind KindOf(LONG_PTR style, const std::wstring& className) {
     if (SoundsLikeEdit(className) && (style & ES_PASSWORD) != 0) return ControlKind::Password;
     if (IsClass(className, L"Edit") || className.starts_with(L"RichEdit") || className.starts_with(L"RICHEDIT")) {
         return (style & ES_READONLY) != 0 ? ControlKind::ReadOnlyEdit : ControlKind::Edit;
@@ -65,40 +64,23 @@ std::wstring ClassOf(HWND control) {
     return name.data();
 }
 
-/// As the library's position commands count.
-Rectangle FromCornerOf(HWND root, HWND control) {
+Rectangle ScreenRectangle(HWND window) {
     RECT own{};
-    RECT frame{};
-    ::GetWindowRect(control, &own);
-    ::GetWindowRect(root, &frame);
-    return RelativeTo(ToRectangle(own), ToRectangle(frame));
+    ::GetWindowRect(window, &own);
+    return ToRectangle(own);
 }
 
-using FirstById = std::map<int, HWND>;
-
-/// Of each ID the first descendant, in the order of the library.
-FirstById FirstOfEachId(HWND window) {
-    FirstById first;
-    ::EnumChildWindows(
-        window,
-        [](HWND child, LPARAM map) noexcept -> BOOL {
-            reinterpret_cast<FirstById*>(map)->try_emplace(::GetDlgCtrlID(child), child);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&first));
-    return first;
-}
-
+/// Reads each control with as few questions to the system as will do: a window may have thousands.
 class TreeReader {
 public:
-    explicit TreeReader(HWND topLevel) : window(topLevel), root(::GetAncestor(topLevel, GA_ROOT)) {
+    explicit TreeReader(HWND topLevel) : window(topLevel) {
+        frame = ScreenRectangle(::GetAncestor(window, GA_ROOT));
         isDialog = ClassOf(window) == L"#32770";
         hung = ::IsHungAppWindow(window) != FALSE;
-        if (!isDialog) firstById = FirstOfEachId(window);
     }
 
     std::vector<ControlInfo> Read() {
-        ReadChildren(window, L"", 1);
+        ReadChildren({.handle = window, .path = L"", .depth = 0, .isVisible = ::IsWindowVisible(window) != FALSE});
         std::vector<Rectangle> places;
         for (const ControlInfo& control : controls) places.push_back(control.rectangle);
         for (std::size_t i = 0; i < controls.size(); ++i) controls[i].tolerance = ToleranceThatFinds(places, i);
@@ -106,46 +88,58 @@ public:
     }
 
 private:
-    void ReadChildren(HWND parent, const std::wstring& path, int depth) {
+    /// A window on the way down.
+    struct Place {
+        HWND handle;
+        std::wstring path;
+        int depth;
+        bool isVisible;
+    };
+
+    void ReadChildren(const Place& parent) {
         constexpr int kDeepest = 64;
         int position = 0;
-        for (HWND child = ::GetWindow(parent, GW_CHILD); ::IsWindow(child); child = ::GetWindow(child, GW_HWNDNEXT)) {
-            const std::wstring own = path + (path.empty() ? L"" : L".") + std::to_wstring(++position);
-            controls.push_back(ReadControl(child, own, depth));
-            if (depth < kDeepest) ReadChildren(child, own, depth + 1);
+        for (HWND child = ::GetWindow(parent.handle, GW_CHILD); child != nullptr;
+             child = ::GetWindow(child, GW_HWNDNEXT)) {
+            const LONG_PTR style = ::GetWindowLongPtrW(child, GWL_STYLE);
+            const Place own{.handle = child,
+                            .path = parent.path + (parent.path.empty() ? L"" : L".") + std::to_wstring(++position),
+                            .depth = parent.depth + 1,
+                            .isVisible = parent.isVisible && (style & WS_VISIBLE) != 0};
+            controls.push_back(ReadControl(own, style));
+            if (own.depth <= kDeepest) ReadChildren(own);
         }
     }
 
-    /// A dialog is asked for its child, any other window for its first descendant. Some frameworks take the handle for
-    /// the ID: that one is another at the next start.
-    [[nodiscard]] bool IsTakenById(HWND control, int id) const {
-        if (id == static_cast<int>(reinterpret_cast<std::intptr_t>(control))) return false;
-        if (isDialog) return ::GetDlgItem(window, id) == control;
-        const auto first = firstById.find(id);
-        return first != firstById.end() && first->second == control;
+    /// A dialog is asked for its first child with the ID, any other window for its first descendant. Some frameworks
+    /// take the handle for the ID: that one is another at the next start.
+    [[nodiscard]] bool IsTakenById(const Place& control, int id) {
+        const bool counts = !isDialog || control.depth == 1;
+        const bool isFirst = counts && idsSeen.insert(id).second;
+        return isFirst && id != static_cast<int>(reinterpret_cast<std::intptr_t>(control.handle));
     }
 
-    [[nodiscard]] ControlInfo ReadControl(HWND control, const std::wstring& path, int depth) const {
+    [[nodiscard]] ControlInfo ReadControl(const Place& control, LONG_PTR style) {
         ControlInfo info;
-        info.handle = control;
-        info.path = path;
-        info.depth = depth;
-        info.id = ::GetDlgCtrlID(control);
-        info.className = ClassOf(control);
+        info.handle = control.handle;
+        info.path = control.path;
+        info.depth = control.depth;
+        info.id = ::GetDlgCtrlID(control.handle);
+        info.className = ClassOf(control.handle);
         info.idIsOurs = IsTakenById(control, info.id);
-        info.kind = KindOf(control, info.className);
-        if (info.kind != ControlKind::Password && !hung) info.text = TextOf(control);
-        info.rectangle = FromCornerOf(root, control);
-        info.visible = ::IsWindowVisible(control) != FALSE;
-        info.enabled = ::IsWindowEnabled(control) != FALSE;
+        info.kind = KindOf(style, info.className);
+        if (info.kind != ControlKind::Password && !hung) info.text = TextOf(control.handle);
+        info.rectangle = RelativeTo(ScreenRectangle(control.handle), frame);
+        info.visible = control.isVisible;
+        info.enabled = (style & WS_DISABLED) == 0;
         return info;
     }
 
     HWND window;
-    HWND root;
+    Rectangle frame;
     bool isDialog = false;
     bool hung = false;
-    FirstById firstById;
+    std::set<int> idsSeen;
     std::vector<ControlInfo> controls;
 };
 
@@ -170,16 +164,16 @@ std::vector<ControlInfo> ReadControls(HWND window) { return TreeReader(window).R
 
 std::vector<Rectangle> PasswordRectangles(HWND window) {
     struct Search {
-        HWND root;
+        Rectangle frame;
         std::vector<Rectangle> found;
-    } search{.root = ::GetAncestor(window, GA_ROOT), .found = {}};
+    } search{.frame = ScreenRectangle(::GetAncestor(window, GA_ROOT)), .found = {}};
     ::EnumChildWindows(
-        search.root,
+        ::GetAncestor(window, GA_ROOT),
         [](HWND child, LPARAM parameter) noexcept -> BOOL {
-            auto& [root, found] = *reinterpret_cast<Search*>(parameter);
-            const bool isShown = ::IsWindowVisible(child) != FALSE;
-            if (isShown && KindOf(child, ClassOf(child)) == ControlKind::Password) {
-                found.push_back(FromCornerOf(root, child));
+            auto& [frame, found] = *reinterpret_cast<Search*>(parameter);
+            const LONG_PTR style = ::GetWindowLongPtrW(child, GWL_STYLE);
+            if (KindOf(style, ClassOf(child)) == ControlKind::Password && ::IsWindowVisible(child)) {
+                found.push_back(RelativeTo(ScreenRectangle(child), frame));
             }
             return TRUE;
         },
