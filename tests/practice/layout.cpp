@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <set>
+#include <string>
 
 #include "recorder.h"
 
@@ -85,6 +86,13 @@ constexpr int kClientWidth = 482;
 constexpr int kClientHeight = 286;
 constexpr const wchar_t* kRefuseCloseProperty = L"PracticeRefusesClose";
 
+/// Named after its window, so that targets side by side have each their own.
+void OpenDialog(HWND hwnd) {
+    std::array<wchar_t, 256> title{};
+    ::GetWindowTextW(hwnd, title.data(), static_cast<int>(title.size()));
+    ::MessageBoxW(hwnd, L"A modal dialog.", (L"Question of " + std::wstring(title.data())).c_str(), MB_OK);
+}
+
 bool HandleMessage(HWND hwnd, UINT message, WPARAM wParam) {
     if (message == WM_CLOSE) {
         if (::GetPropW(hwnd, kRefuseCloseProperty) == nullptr) ::DestroyWindow(hwnd);
@@ -94,9 +102,7 @@ bool HandleMessage(HWND hwnd, UINT message, WPARAM wParam) {
         ::PostMessageW(nullptr, WM_APP, 0, 0);  // the pump looks whether a window is left
         return true;
     }
-    if (message == WM_COMMAND && wParam == MAKEWPARAM(kOpensDialog, BN_CLICKED)) {
-        ::MessageBoxW(hwnd, L"A modal dialog.", L"Practice question", MB_OK);
-    }
+    if (message == WM_COMMAND && wParam == MAKEWPARAM(kOpensDialog, BN_CLICKED)) OpenDialog(hwnd);
     return false;
 }
 

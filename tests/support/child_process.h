@@ -27,6 +27,8 @@ public:
     /// The next line, or nothing when the program ended or the deadline passed.
     [[nodiscard]] std::optional<std::string> ReadLine(DWORD deadlineMs);
 
+    [[nodiscard]] DWORD Id() const { return ::GetProcessId(process); }
+
     void Kill();
 
     /// The exit code, or nothing when the program still runs at the deadline.

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <string>
 #include <vector>
 
@@ -22,11 +21,11 @@ namespace {
 
 TEST_F(RunProgram, GoesOnWhereAClickOpensADialog) {
     const std::wstring path =
-        Script(Line(L"Window.ClickButton", L"23 5000") + "Window.ClickButton #32770 \"Practice question\" 1 5000\n" +
-               Line(L"Window.SetText", L"12 \"after it\" 5000"));
+        Script(Line(L"Window.ClickButton", L"23 5000") + "Window.ClickButton #32770 \"Question of " +
+               ToUtf8(target.Title()) + "\" 1 5000\n" + Line(L"Window.SetText", L"12 \"after it\" 5000"));
     const Ended ended = Run({path});
     EXPECT_EQ(0U, ended.code) << ended.Text();
-    EXPECT_TRUE(Holds(ended, ":1  ok (opened \"Practice question\")  ")) << ended.Text();
+    EXPECT_TRUE(Holds(ended, ":1  ok (opened \"Question of " + ToUtf8(target.Title()) + "\")  ")) << ended.Text();
     EXPECT_EQ(L"after it", TextOf(target.Control(12)));
     // The click that opened the dialog has not opened it again.
     EXPECT_TRUE(::IsWindowEnabled(target.Handle()));
@@ -140,24 +139,17 @@ TEST_F(RunProgram, EndsWith130WhenItIsInterrupted) {
     EXPECT_TRUE(second && second->find(":2  FAIL  ") != std::string::npos) << second.value_or("nothing");
 }
 
-/// The processes whose program lies in this folder or below it.
-std::vector<DWORD> ProcessesIn(const std::wstring& folderPath) {
-    std::vector<DWORD> processes;
+/// The processes that this one has started, whether it still runs or not.
+std::vector<DWORD> ChildrenOf(DWORD parent) {
+    std::vector<DWORD> children;
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
     const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
     for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
-        const HANDLE process = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, entry.th32ProcessID);
-        std::array<wchar_t, 1024> path{};
-        DWORD size = path.size();
-        const bool known = process != nullptr && ::QueryFullProcessImageNameW(process, 0, path.data(), &size);
-        if (known && std::wstring_view(path.data(), size).starts_with(folderPath)) {
-            processes.push_back(entry.th32ProcessID);
-        }
-        if (process != nullptr) ::CloseHandle(process);
+        if (entry.th32ParentProcessID == parent) children.push_back(entry.th32ProcessID);
     }
     ::CloseHandle(snapshot);
-    return processes;
+    return children;
 }
 
 void KillProcess(DWORD processId) {
@@ -176,7 +168,7 @@ protected:
         EXPECT_TRUE(line && line->find(":1  ok  ") != std::string::npos) << line.value_or("nothing");
     }
 
-    [[nodiscard]] std::vector<DWORD> Workers() const { return ProcessesIn(folder.File(L"work")); }
+    [[nodiscard]] std::vector<DWORD> Workers() const { return ChildrenOf(process.Id()); }
 
     ChildProcess process{L"dialwright.exe",
                          {L"run", L"--work-folder", folder.File(L"work"),
