@@ -221,6 +221,20 @@ TEST_F(RunProgram, HidesAlsoWhatIsTypedInPart) {
     EXPECT_TRUE(FileExists(folder.File(L"evidence\\script.txt-L2-2.json")));
 }
 
+TEST_F(RunProgram, HidesWhatAControlMadeOfASecret) {
+    // A field of one line leaves the tab out, so that the value stands nowhere whole.
+    WriteFile(folder.File(L"secrets.txt"), "TAB=se\tcret99\n");
+    const std::wstring path =
+        Script(Line(L"Window.SetText", L"12 ${secret:TAB} 5000") + Line(L"Window.ClickButton", L"4712 100"));
+    EXPECT_EQ(1U, Run({L"--secret-file", folder.File(L"secrets.txt"), L"--on-failure", L"tree", L"--evidence",
+                       folder.File(L"evidence"), path})
+                      .code);
+    EXPECT_NE(std::wstring::npos, TextOf(target.Control(12)).find(L"cret99"));
+    const std::string tree = ReadFile(folder.File(L"evidence\\script.txt-L2.json"));
+    EXPECT_NE(std::string::npos, tree.find("*****"));
+    EXPECT_EQ(std::string::npos, tree.find("cret99"));
+}
+
 TEST_F(RunProgram, HandsNoSecretOfTheEnvironmentOn) {
     ::SetEnvironmentVariableW(L"DIALWRIGHT_TEST_NAME", L"ada lovelace");
     const Ended ended = Run({L"--launch", L"cmd.exe /c set>" + folder.File(L"set.txt"), L"-c",
