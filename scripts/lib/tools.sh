@@ -60,6 +60,22 @@ ensure_compiler() {
     export CCACHE_COMPILERCHECK=content CCACHE_MAXSIZE=2G
 }
 
+# ensure_modules VARIABLE FOLDER [NPM-OPTION...]: installs the npm packages that FOLDER/package-lock.json pins, and puts
+# where they are into the variable.
+ensure_modules() {
+    local variable=$1 from=$2 key folder
+    shift 2
+    key=$(cat "$from/package.json" "$from/package-lock.json" | sha256sum | cut -c1-12)
+    folder=$cache/modules-$key
+    if [ ! -e "$folder/complete" ]; then
+        mkdir -p "$folder"
+        cp "$from/package.json" "$from/package-lock.json" "$folder/"
+        step "Installing the modules of ${from#"$root"/}" npm ci --prefix "$folder" --ignore-scripts --no-audit --no-fund "$@"
+        touch "$folder/complete"
+    fi
+    export "$variable=$folder/node_modules"
+}
+
 # One run at a time may install, build or use Windows programs below the shared cache.
 take_cache_lock() {
     mkdir -p "$cache"
