@@ -1,0 +1,38 @@
+# What every file that we release has: a version that Windows shows, symbols beside it, and its place in the package.
+
+# The folder of this build's architecture in the package.
+string(TOLOWER "${CMAKE_SYSTEM_PROCESSOR}" DIALWRIGHT_ARCHITECTURE)
+if(CMAKE_GENERATOR_PLATFORM)
+  string(TOLOWER "${CMAKE_GENERATOR_PLATFORM}" DIALWRIGHT_ARCHITECTURE)
+endif()
+if(DIALWRIGHT_ARCHITECTURE MATCHES "arm64|aarch64")
+  set(DIALWRIGHT_ARCHITECTURE arm64)
+else()
+  set(DIALWRIGHT_ARCHITECTURE x64)
+endif()
+
+# dialwright_release_file(TARGET FILE-NAME DESCRIPTION)
+function(dialwright_release_file target fileName description)
+  get_target_property(type ${target} TYPE)
+  set(fileType VFT_APP)
+  if(type STREQUAL SHARED_LIBRARY)
+    set(fileType VFT_DLL)
+  endif()
+  get_filename_component(internalName ${fileName} NAME_WLE)
+  set(version ${CMAKE_CURRENT_BINARY_DIR}/${target}-version.rc)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${version} @ONLY)
+  target_sources(${target} PRIVATE ${version})
+  # Dialwright.dll and dialwright.exe would both write the same file, where letters' case does not count.
+  set(symbols ${internalName}.pdb)
+  if(fileName STREQUAL dialwright.exe)
+    set(symbols ${fileName}.pdb)
+    if(MSVC)
+      set_target_properties(${target} PROPERTIES PDB_NAME ${fileName})
+    elseif(ZIG_ARCH)
+      target_link_options(${target} PRIVATE -Wl,/pdb:bin/${symbols})
+    endif()
+  endif()
+  install(TARGETS ${target} RUNTIME DESTINATION bin/${DIALWRIGHT_ARCHITECTURE} ARCHIVE DESTINATION
+                                                                              lib/${DIALWRIGHT_ARCHITECTURE})
+  install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${symbols} DESTINATION symbols/${DIALWRIGHT_ARCHITECTURE} OPTIONAL)
+endfunction()
