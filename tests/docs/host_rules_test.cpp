@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
+#include <cstdio>
 #include <thread>
 
 #include "language/criterion.h"
@@ -10,6 +12,9 @@
 #include "support/practice_window.h"
 #include "support/wait.h"
 #include "window/window.h"
+
+#include <fcntl.h>
+#include <io.h>
 
 // What docs/embedding.md tells hosts about windows of their own.
 namespace dialwright::testing {
@@ -94,6 +99,58 @@ TEST(HostRules, APositionSearchVisitsAChainOfFiveWindows31Times) {
     EXPECT_EQ(nullptr, window.FindControlByPosition(1, 2, 3, 4, 0));
     EXPECT_EQ(31U, log.MessagesFrom("Window::GetLocalCoordinates: Coordinate transformation").size());
     ::DestroyWindow(root);
+}
+
+/// A pipe in place of this process's standard output, which nobody reads until it is drained.
+class FullPipe {
+public:
+    FullPipe() {
+        std::fflush(stdout);
+        ::_pipe(ends.data(), 4096, _O_BINARY);
+        ::_dup2(ends[1], ::_fileno(stdout));
+        ::_close(ends[1]);
+    }
+    FullPipe(const FullPipe&) = delete;
+    FullPipe& operator=(const FullPipe&) = delete;
+
+    void Drain() {
+        reader = std::thread([this] {
+            std::array<char, 4096> area{};
+            while (::_read(ends[0], area.data(), static_cast<unsigned>(area.size())) > 0) continue;
+        });
+    }
+
+    ~FullPipe() {
+        std::fflush(stdout);
+        ::_dup2(saved, ::_fileno(stdout));
+        ::_close(saved);
+        reader.join();
+        ::_close(ends[0]);
+    }
+
+private:
+    int saved = ::_dup(::_fileno(stdout));
+    std::array<int, 2> ends{};
+    std::thread reader;
+};
+
+TEST(HostRules, ACallWaitsForWhoeverReadsItsStandardOutput) {
+    bool endedUnread = true;
+    bool endedAtAll = false;
+    {
+        FullPipe pipe;
+        std::atomic<bool> done = false;
+        std::thread caller([&] {
+            for (int i = 0; i < 2000; ++i) (void)DialogScriptManager().ValidateCommand(L"Window.Unknown");
+            done = true;
+        });
+        endedUnread = WaitUntil([&] { return done.load(); }, kLongerThanTheTimeoutMs);
+        pipe.Drain();
+        endedAtAll = WaitUntil([&] { return done.load(); });
+        caller.join();
+    }
+    EXPECT_FALSE(endedUnread);
+    EXPECT_TRUE(endedAtAll);
 }
 
 TEST(HostRules, CaseIsIgnoredForAsciiLettersOnly) {
