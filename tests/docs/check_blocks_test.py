@@ -23,7 +23,7 @@ GOOD_AND_BAD = {
     "toml": ("a = 1", "a = "),
     "xml": ("<a/>", "<a>"),
     "python": ("a = 1", "a = "),
-    "js": ("import a from 'a';", "let a = ;"),
+    "js": ("import a from 'a';\nawait a();", "let a = ;"),
     "text": ("anything", "```"),
 }
 
