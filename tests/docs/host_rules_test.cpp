@@ -20,7 +20,7 @@
 namespace dialwright::testing {
 namespace {
 
-constexpr DWORD kLongerThanTheTimeoutMs = 1500;
+constexpr DWORD kLongerThanTheTimeoutMs = 800;
 
 /// A thread with a top-level window that nobody sees. It answers no message until it is told to.
 class BusyUserInterface {
@@ -79,11 +79,11 @@ TEST(HostRules, ACallOnTheThreadOfTheHostsOwnWindowDoesNotWaitForIt) {
 TEST(HostRules, TheTitleOfAHungWindowOfAnotherProcessIsReadAllTheSame) {
     PracticeWindow target(kPlainClass);
     const LogCapture log;
-    target.Process().WriteLine("hang 4000");
+    target.Process().WriteLine("hang 2500");
     while (target.Process().ReadLine(kPatienceMs).value_or("hanging") != "hanging") continue;
     const ULONGLONG begin = ::GetTickCount64();
-    EXPECT_EQ(1, DialogScriptManager().ExecuteCommand(target.Line(L"Window.Close", L"3000").c_str()));
-    EXPECT_LT(::GetTickCount64() - begin, 3000U);
+    EXPECT_EQ(1, DialogScriptManager().ExecuteCommand(target.Line(L"Window.Close", L"2000").c_str()));
+    EXPECT_LT(::GetTickCount64() - begin, 2000U);
 }
 
 TEST(HostRules, APositionSearchVisitsAChainOfFiveWindows31Times) {
