@@ -43,6 +43,7 @@ command_test() {
     local started=$SECONDS
     ensure_tools "${test_tools[@]}"
     ensure_modules DIALWRIGHT_EDITOR_MODULES "$root/tests/editors"
+    ensure_modules DIALWRIGHT_DOCS_MODULES "$root/tests/docs"
     cd "$root"
     step "Checking the format" format_all --dry-run --Werror
     build_preset x64-release

@@ -8,6 +8,7 @@ build_tools=(cmake:cmake ninja:ninja-build ccache:ccache npm:npm python3:python3
 test_tools=(clang-format-19:clang-format-19 clang-tidy-19:clang-tidy-19 /usr/lib/wine/wine64:wine64
     /usr/lib/python3/dist-packages/pefile.py:python3-pefile
     /usr/lib/python3/dist-packages/jsonschema:python3-jsonschema /usr/lib/python3/dist-packages/lxml:python3-lxml
+    /usr/lib/python3/dist-packages/yaml:python3-yaml
     /usr/lib/python3/dist-packages/selenium/__init__.py:python3-selenium
     makensis:nsis Xvfb:xvfb chromium:chromium chromedriver:chromium-driver
     /usr/include/spdlog/spdlog.h:libspdlog-dev /usr/include/fmt/format.h:libfmt-dev)
