@@ -43,7 +43,18 @@ TEST_F(CheckProgram, SaysFilePlaceAndCode) {
 }
 
 TEST_F(CheckProgram, LeavesOutWhatIsDisabled) {
-    EXPECT_EQ(0U, RunTool({L"check", L"--disable", L"DW390", Script("# why\nWindow.Close c t 5000\n")}).code);
+    const std::wstring path = Script("# why\nWindow.Close c .* 5000\nWindow.SetCheckbox c t 12abc 1 5000\n");
+    const auto codeOf = [&](const std::vector<std::wstring>& options) {
+        std::vector<std::wstring> words = {L"check"};
+        words.insert(words.end(), options.begin(), options.end());
+        words.push_back(path);
+        words.push_back(path);
+        return RunTool(words).code;
+    };
+    EXPECT_EQ(1U, codeOf({}));
+    EXPECT_EQ(1U, codeOf({L"--disable", L"DW390"}));
+    EXPECT_EQ(0U, codeOf({L"--disable", L"DW390", L"--disable", L"DW306"}));
+    EXPECT_EQ(2U, codeOf({L"--disable", L"DW999"}));
 }
 
 TEST_F(CheckProgram, PrintsTheScriptAsTheLibraryTakesIt) {

@@ -97,7 +97,9 @@ Action DefineCheck(CLI::App& command) {
     command.add_option("files", options->files, "scripts in UTF-8; - is standard input")->required();
     command.add_option("--format", options->format, "how findings are printed")
         ->check(CLI::IsMember({"text", "json", "sarif", "github"}));
-    command.add_option("--disable", options->disabled, "a code that is not reported, such as DW390")->check(IsRule);
+    command.add_option("--disable", options->disabled, "a code that is not reported, such as DW390")
+        ->allow_extra_args(false)
+        ->check(IsRule);
     command.add_option("--inspect", options->inspected, "what inspect --json printed of a window that the scripts use")
         ->allow_extra_args(false);
     command.add_flag("--emit", options->emit, "prints the script as the library takes it, without comments");
