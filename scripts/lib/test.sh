@@ -42,6 +42,7 @@ command_test() {
     fi
     local started=$SECONDS
     ensure_tools "${test_tools[@]}"
+    ensure_modules DIALWRIGHT_BINDING_MODULES "$root/tests/bindings" --os=win32 --cpu=x64 --force
     cd "$root"
     step "Checking the format" format_all --dry-run --Werror
     build_preset x64-release
