@@ -25,6 +25,12 @@ def compile_sources(output, sources, *options):
                     *map(str, sources)], check=True)
 
 
+def powershell_sources():
+    """What the module of PowerShell compiles by itself, without the reader of JSON."""
+    module = (ROOT / "bindings" / "powershell" / "Dialwright" / "Dialwright.psm1").read_text(encoding="utf-8")
+    return re.findall(r"\w+\.cs", re.search(r"^\$sources = (.*)$", module, re.MULTILINE).group(1))
+
+
 def real_host(folder):
     """A host that has failed at one line; its program, process and thread."""
     for name in ("run_script.exe", "Dialwright.dll"):
@@ -44,6 +50,7 @@ def main():
     binding = ROOT / "bindings" / "csharp"
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
+        compile_sources(folder / "powershell.dll", [binding / name for name in powershell_sources()], "-target:library")
         compile_sources(folder / "example.exe", [*binding.glob("*.cs"), *(ROOT / "examples" / "csharp").glob("*.cs")],
                         "-r:System.Runtime.Serialization.dll")
         tests = folder / "tests.exe"
