@@ -152,6 +152,11 @@ class Running(unittest.TestCase):
             dialwright.run("Window.Clsoe c t 5", TOOL)
         self.assertEqual((type(raised.exception), raised.exception.exit_code), (dialwright.RunError, 2))
 
+    def test_a_program_that_cannot_be_launched_is_an_error_though_no_line_has_failed(self):
+        with self.assertRaisesRegex(dialwright.RunError, "launch_failed") as raised:
+            dialwright.run("Window.Close c t 5", TOOL, options=["--launch", "no-such-program.exe"])
+        self.assertEqual((type(raised.exception), raised.exception.exit_code), (dialwright.RunError, 3))
+
     def test_the_example_fills_in_a_form_and_shows_a_reason(self):
         example = ROOT / "examples" / "python" / "fill_form.py"
         ended = subprocess.run([sys.executable, "-B", str(example), str(PROGRAMS), RUNNER], stdin=subprocess.DEVNULL,

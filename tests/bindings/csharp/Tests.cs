@@ -24,7 +24,7 @@ internal static class Tests
         string[] tool = new List<string>(arguments).GetRange(4, arguments.Length - 4).ToArray();
         TheRunnerSaysWhyALineFailed(tool);
         TheRunnerTakesVariablesAndOptions(tool);
-        AScriptThatTheCheckRefusesIsNotBegun(tool);
+        WhatIsNotBegunIsAnError(tool);
         return failures == 0 ? 0 : 1;
     }
 
@@ -185,7 +185,7 @@ internal static class Tests
         }
     }
 
-    private static void AScriptThatTheCheckRefusesIsNotBegun(string[] tool)
+    private static void WhatIsNotBegunIsAnError(string[] tool)
     {
         string odd = Path.Combine(Path.GetTempPath(), "no such \"secret\" file\\");
         try
@@ -196,6 +196,16 @@ internal static class Tests
         catch (RunException error)
         {
             Check(error.ExitCode == 2 && error.Message.Contains("DW102"), error.Message);
+        }
+        try
+        {
+            var launch = new[] { "--launch", "no-such-program.exe" };
+            Runner.Run(new[] { "Window.Close c t 5" }, new RunOptions { Tool = tool, More = launch });
+            Check(false, "a program that cannot be launched is an error");
+        }
+        catch (RunException error)
+        {
+            Check(error.ExitCode == 3 && error.Message.Contains("launch_failed"), error.Message);
         }
         try
         {

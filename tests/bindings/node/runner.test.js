@@ -55,6 +55,15 @@ test('a script that the check refuses is not begun', async () => {
     assert.match(failure.message, /DW102/);
 });
 
+test('a program that cannot be launched is an error, though no line has failed', async () => {
+    const options = ['--launch', 'no-such-program.exe'];
+    const failure = await run('Window.Close c t 5', { tool: TOOL, options }).catch((error) => error);
+    assert.ok(failure instanceof RunError && !(failure instanceof LineFailed), failure);
+    assert.equal(failure.exitCode, 3);
+    assert.match(failure.message, /launch_failed/);
+    assert.equal(failure.report.skipped, 1);
+});
+
 test('options reach the tool', async () => {
     const rows = await run('Window.Close c t 5', { tool: [TOOL], options: ['--dry-run'] });
     assert.deepEqual(rows.map(({ status }) => status), ['planned']);
