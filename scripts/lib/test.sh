@@ -44,6 +44,7 @@ command_test() {
     ensure_tools "${test_tools[@]}"
     ensure_modules DIALWRIGHT_EDITOR_MODULES "$root/tests/editors"
     ensure_modules DIALWRIGHT_DOCS_MODULES "$root/tests/docs"
+    ensure_modules DIALWRIGHT_BINDING_MODULES "$root/tests/bindings" --os=win32 --cpu=x64 --force
     cd "$root"
     step "Checking the format" format_all --dry-run --Werror
     build_preset x64-release
