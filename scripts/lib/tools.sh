@@ -9,7 +9,8 @@ test_tools=(clang-format-19:clang-format-19 clang-tidy-19:clang-tidy-19 /usr/lib
     /usr/lib/python3/dist-packages/pefile.py:python3-pefile
     /usr/lib/python3/dist-packages/jsonschema:python3-jsonschema /usr/lib/python3/dist-packages/lxml:python3-lxml
     /usr/lib/python3/dist-packages/selenium/__init__.py:python3-selenium
-    go:golang-go makensis:nsis Xvfb:xvfb chromium:chromium chromedriver:chromium-driver
+    go:golang-go /usr/bin/rustc:rustc /usr/lib/rustlib/x86_64-pc-windows-gnu:libstd-rust-dev-windows
+    x86_64-w64-mingw32-gcc:gcc-mingw-w64-x86-64 makensis:nsis Xvfb:xvfb chromium:chromium chromedriver:chromium-driver
     /usr/include/spdlog/spdlog.h:libspdlog-dev /usr/include/fmt/format.h:libfmt-dev)
 demo_tools=(/usr/lib/wine/wine64:wine64 Xvfb:xvfb import:imagemagick)
 
