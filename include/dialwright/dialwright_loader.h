@@ -49,7 +49,7 @@ static inline void DialwrightFree(DialwrightLibrary* library);
 
 /* ---- from here on: how it is done ---- */
 
-/* NOLINTBEGIN(modernize-use-nullptr): this is C, too */
+/* NOLINTBEGIN(modernize-use-nullptr,bugprone-multi-level-implicit-pointer-conversion): this is C, too */
 
 #if defined(_M_ARM64) || defined(__aarch64__)
 #define DIALWRIGHT_LOADER_MACHINE IMAGE_FILE_MACHINE_ARM64
@@ -206,6 +206,6 @@ static inline void DialwrightFree(DialwrightLibrary* library) {
     memset(library, 0, sizeof *library);
 }
 
-/* NOLINTEND(modernize-use-nullptr) */
+/* NOLINTEND(modernize-use-nullptr,bugprone-multi-level-implicit-pointer-conversion) */
 
 #endif

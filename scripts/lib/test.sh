@@ -1,7 +1,7 @@
 # Testing, formatting and tidying.
 # shellcheck shell=bash
 
-format_all() { our_files '*.cpp' '*.h' '*.c' | xargs -r clang-format-19 "$@"; }
+format_all() { our_files '*.cpp' '*.hpp' '*.h' '*.c' | xargs -r clang-format-19 "$@"; }
 
 command_format() {
     refuse_arguments "$@"

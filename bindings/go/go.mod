@@ -1,0 +1,3 @@
+module dialwright
+
+go 1.19
