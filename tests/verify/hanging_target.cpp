@@ -1,4 +1,5 @@
 // Looks like the practice target, and stops answering as soon as somebody sends its field a character.
+// Nothing but the system ends it.
 
 #include <cstdint>
 #include <cstdio>
@@ -20,7 +21,7 @@ DWORD WINAPI Answer(LPVOID) {
         std::fputc(c, stdout);
         if (c == '\n') std::fflush(stdout);
     }
-    ::ExitProcess(0);
+    return 0;
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ constexpr DWORD kEndMs = 60000;
 
 bool IsCrash(DWORD code) {
     // Wine passes on the low byte of the exception's code.
-    return code == DWORD{EXCEPTION_ACCESS_VIOLATION} || code == (DWORD{EXCEPTION_ACCESS_VIOLATION} & 0xFFU);
+    return code == EXCEPTION_ACCESS_VIOLATION || code == (EXCEPTION_ACCESS_VIOLATION & 0xFFU);
 }
 
 Verdict Crash(const Setting& setting) {
@@ -59,6 +59,8 @@ bool WriteDump(const std::filesystem::path& path, TraceMemLog& log) {
 }
 
 Verdict ReadDump(const Setting& setting) {
+    // A dump takes its time, so this is asked first.
+    if (!std::filesystem::exists(setting.Tool())) return Failed("dialwright.exe, which is to read it, is not there");
     const std::filesystem::path dump = setting.work / "check.dmp";
     const std::unique_ptr<TraceMemLog, decltype(&FreeMemoryLog)> log(AllocateMemoryLog(), &FreeMemoryLog);
     if (log == nullptr) return Failed("no memory");

@@ -93,7 +93,7 @@ void CheckLoading(const Setting& setting, Journal& journal) {
     journal.Do("time of a load", [&] { return JudgeTimes(times.load); });
     journal.Do("time of a free", [&] { return JudgeTimes(times.free); });
     const auto counted = static_cast<std::uint64_t>(rounds.Counted());
-    const ProcessFigures after = AfterRest(before.threads + counted / 4, setting.quick ? 6 : 60);
+    const ProcessFigures after = AfterRest(before.threads + counted / 4, setting.quick ? 16 : 60);
     journal.Do("threads", [&] { return JudgeGrowth(before.threads, after.threads, counted / 4); });
     journal.Do("handles", [&] { return JudgeGrowth(before.handles, after.handles, counted / 2); });
     journal.Do("private bytes", [&] {
