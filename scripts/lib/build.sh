@@ -20,15 +20,15 @@ build_preset() {
 dist_of() {
     local from=$root/build/$1 to=$root/dist/$2
     mkdir -p "$to"
-    cp "$from"/bin/{Dialwright.dll,Dialwright.pdb,dialwright.exe,dialwright-host.exe,practice_target.exe} "$from/src/api/libDialwright.dll.a" "$to/"
+    cp "$from"/bin/{Dialwright.dll,Dialwright.pdb,dialwright.exe,dialwright-host.exe,dialwright-verify.exe,dialwright-verify-plain.exe,practice_target.exe} "$from/src/api/libDialwright.dll.a" "$to/"
 }
 
 command_build() {
     refuse_arguments "$@"
     ensure_tools
     cd "$root"
-    build_preset x64-release dialwright dialwright_tool practice_target
-    build_preset arm64-release dialwright dialwright_tool practice_target
+    build_preset x64-release dialwright dialwright_tool dialwright_verify practice_target
+    build_preset arm64-release dialwright dialwright_tool dialwright_verify practice_target
     dist_of x64-release x64
     dist_of arm64-release arm64
     cp -R "$root/include" "$root/dist/"

@@ -121,7 +121,9 @@ def check_own(tool, folder):
         passed = [d for d in spoilt(document) if validator.is_valid(d)]
         assert not passed, f"the schema of {name} lets a mistake pass: {json.dumps(passed[0])[:2000]}"
         seen.add(path.name)
-    unused = {path.name for path in folder.glob("*.schema.json")} - seen - {"parts.schema.json"}
+    # What dialwright-verify writes is validated by its own test.
+    others = {"parts.schema.json", "verify.schema.json"}
+    unused = {path.name for path in folder.glob("*.schema.json")} - seen - others
     assert not unused, f"no output is validated against {unused}"
 
 
