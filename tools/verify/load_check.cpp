@@ -57,7 +57,7 @@ Verdict JudgeTimes(std::vector<double> times) {
                                                 text(times[times.size() / 2]) + ", longest " + text(times.back()));
 }
 
-/// Threads of the system's pool leave when they have been idle for some seconds.
+/// Threads of the system's pool leave when they have been idle for some seconds, and their stacks with them.
 ProcessFigures AfterRest(std::uint64_t mostThreads, int looks) {
     ProcessFigures now = ProcessFigures::Now();
     for (int look = 0; look < looks && now.threads > mostThreads; ++look) {
@@ -74,7 +74,7 @@ Verdict JudgeGrowth(std::uint64_t before, std::uint64_t after, std::uint64_t mos
 
 /// What a load and a free may leave behind on average, so that the system's own ups and downs are not held against us.
 constexpr std::uint64_t kMostBytesARound = 8192;
-constexpr std::uint64_t kMostBytesAtAll = 262144;
+constexpr std::uint64_t kMostBytesAtAll = 2097152;
 
 }  // namespace
 
@@ -93,7 +93,7 @@ void CheckLoading(const Setting& setting, Journal& journal) {
     journal.Do("time of a load", [&] { return JudgeTimes(times.load); });
     journal.Do("time of a free", [&] { return JudgeTimes(times.free); });
     const auto counted = static_cast<std::uint64_t>(rounds.Counted());
-    const ProcessFigures after = AfterRest(before.threads + counted / 4, setting.quick ? 16 : 60);
+    const ProcessFigures after = AfterRest(before.threads, setting.quick ? 16 : 60);
     journal.Do("threads", [&] { return JudgeGrowth(before.threads, after.threads, counted / 4); });
     journal.Do("handles", [&] { return JudgeGrowth(before.handles, after.handles, counted / 2); });
     journal.Do("private bytes", [&] {

@@ -43,7 +43,7 @@ Verdict RunOn(const Setting& setting, const Practice& target) {
     const std::wstring script =
         WriteScript(setting, L"right.txt", target.Line(L"Window.SetText", L"12 \"by a script\" 5000"));
     const Output output = Run(setting, {L"run", L"--work-folder", (setting.work / "run").wstring(), script});
-    const Verdict verdict = Expect(output, 0, "1 done, 0 failed");
+    Verdict verdict = Expect(output, 0, "1 done, 0 failed");
     if (verdict.result != Result::Passed) return verdict;
     return PassedIf(TextOf(target.Control(12)) == L"by a script",
                     "the field holds \"" + ToUtf8(TextOf(target.Control(12))) + "\"");
