@@ -16,19 +16,24 @@ build_preset() {
     step "Building $preset" cmake --build "$folder" "${@/#/--target=}"
 }
 
+# What we release.
+release_targets=(dialwright dialwright_import_library dialwright_tool dialwright_verify practice_target)
+
 # dist_of PRESET FOLDER
 dist_of() {
     local from=$root/build/$1 to=$root/dist/$2
     mkdir -p "$to"
-    cp "$from"/bin/{Dialwright.dll,Dialwright.pdb,dialwright.exe,dialwright-host.exe,dialwright-verify.exe,dialwright-verify-plain.exe,practice_target.exe} "$from/src/api/libDialwright.dll.a" "$to/"
+    cp "$from"/bin/{Dialwright.dll,Dialwright.pdb,practice_target.exe} "$to/"
+    cp "$from"/bin/dialwright{,-host,-verify,-verify-plain}.exe "$to/"
+    cp "$from"/src/api/{Dialwright.lib,libDialwright.dll.a} "$to/"
 }
 
 command_build() {
     refuse_arguments "$@"
     ensure_tools
     cd "$root"
-    build_preset x64-release dialwright dialwright_tool dialwright_verify practice_target
-    build_preset arm64-release dialwright dialwright_tool dialwright_verify practice_target
+    build_preset x64-release "${release_targets[@]}"
+    build_preset arm64-release "${release_targets[@]}"
     dist_of x64-release x64
     dist_of arm64-release arm64
     cp -R "$root/include" "$root/dist/"

@@ -5,7 +5,8 @@ import shutil
 import subprocess
 
 ARCHITECTURES = ("x64", "arm64")
-PROGRAMS = ("Dialwright.dll", "dialwright.exe", "dialwright-host.exe", "dialwright-verify.exe", "practice_target.exe")
+PROGRAMS = ("Dialwright.dll", "dialwright.exe", "dialwright-host.exe", "dialwright-verify.exe",
+            "dialwright-verify-plain.exe", "practice_target.exe")
 
 # (in the repository, in the SDK); folders come with all that git knows in them.
 SDK_FILES = (
@@ -14,15 +15,16 @@ SDK_FILES = (
     ("sdk/nuget", "packaging/nuget"),
     ("sdk/vcpkg", "packaging/vcpkg"),
     ("CHANGELOG.md", "CHANGELOG.md"),
+    ("CONTRIBUTING.md", "CONTRIBUTING.md"),
     ("SECURITY.md", "SECURITY.md"),
     ("bindings", "bindings"),
     ("docs", "docs"),
     ("editors", "editors"),
     ("examples", "examples"),
 )
-# What is about changing the system rather than using it, or belongs to its own build.
-LEFT_OUT = ("docs/architecture.md", "docs/benchmarks.md", "docs/building.md", "docs/testing.md", "examples/CMakeLists.txt")
-RUNTIME_FILES = (("sdk/runtime/README.md", "README.md"), ("CHANGELOG.md", "CHANGELOG.md"))
+# Belongs to the system's own build.
+LEFT_OUT = ("examples/CMakeLists.txt",)
+RUNTIME_FILES = (("sdk/runtime/README.md", "README.md"),)
 
 
 def known_files(root, folder):
