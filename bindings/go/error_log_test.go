@@ -71,6 +71,17 @@ func TestErrorLinesOfAFileBegunAnewAreAllNew(t *testing.T) {
 	expect(t, log, mark, "F: new")
 }
 
+func TestErrorLinesOfAFileBegunAnewAreAllNewThoughItIsLonger(t *testing.T) {
+	log := logIn(t)
+	add(t, log[0], ours+"F: before\r\n")
+	mark := log.mark()
+	if err := os.Rename(log[0], log[0]+".before"); err != nil {
+		t.Fatal(err)
+	}
+	add(t, log[0], ours+"F: one\r\n"+ours+"F: two\r\n")
+	expect(t, log, mark, "F: one", "F: two")
+}
+
 func TestNoErrorFileGivesNoLines(t *testing.T) {
 	log := errorLogOf(filepath.Join(t.TempDir(), "host.exe"), 1)
 	expect(t, log, log.mark())

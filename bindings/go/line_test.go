@@ -126,6 +126,15 @@ func TestMasksHideTypedTexts(t *testing.T) {
 	}
 }
 
+func TestAQuoteThatNothingClosesHidesNoLess(t *testing.T) {
+	for _, lineEnd := range []string{"\n", "\r"} {
+		line := "Window.SetText c t 1 \"a\\" + lineEnd + "b\" 5"
+		if masked := maskLine(line); strings.Contains(masked, " c ") || strings.Contains(masked, "a") {
+			t.Errorf("%q: %q", line, masked)
+		}
+	}
+}
+
 func TestMessagesLoseTypedTexts(t *testing.T) {
 	texts := append(hiddenTexts(` Window.SetText c t 1 "a \"quoted\" word" 5`), hiddenTexts("Window.SetText c t 1 abc 5")...)
 	message := hideTexts(texts, `Invalid: a "quoted" word, "a \"quoted\" word", abc`)

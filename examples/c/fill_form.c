@@ -61,7 +61,7 @@ int main(void) {
     swprintf(options, sizeof options / sizeof options[0], L"--title \"%ls\"", title);
     done = dialwright.programLaunch(L"practice_target.exe", options, NULL) && fill_form();
     if (done) fputs("the form is filled in\n", stderr);
-    done = done && !act(L"Window.ClickButton", missing, 1, 300);
+    done = done && !act(L"Window.ClickButton", missing, 1, 1000);
     done = act(L"Window.Close", NULL, 0, 5000) && done;
     DialwrightFree(&dialwright);
     return done ? 0 : 1;

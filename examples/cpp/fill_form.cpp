@@ -22,7 +22,7 @@ void FillForm(const dialwright::Library& library, const std::wstring& title) {
 /// Clicks what is not there. Whether it failed, as it must.
 bool FailToClick(const dialwright::Library& library, const std::wstring& title) {
     try {
-        library.Execute(dialwright::Line(L"Window.ClickButton", kClass, title, {311}, 300));
+        library.Execute(dialwright::Line(L"Window.ClickButton", kClass, title, {311}, 1000));
         return false;
     } catch (const dialwright::CallError& error) {
         std::cerr << error.what() << "\n";

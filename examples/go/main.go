@@ -47,7 +47,7 @@ func run() error {
 	}
 	fmt.Fprintln(os.Stderr, "the form is filled in")
 	// There is no such button.
-	err = act(library, 300*time.Millisecond, "Window.ClickButton", pattern, 311)
+	err = act(library, time.Second, "Window.ClickButton", pattern, 311)
 	fmt.Fprintln(os.Stderr, err)
 	if err == nil {
 		return fmt.Errorf("a line that must fail did not")

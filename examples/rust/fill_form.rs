@@ -23,7 +23,7 @@ fn main() -> Result<(), Box<dyn Error>> {
     let pattern = literal(&title);
     fill_form(&library, &pattern)?;
     // There is no such button.
-    let missing = Command::new("Window.ClickButton", "#32770", &pattern).argument(311).timeout_ms(300);
+    let missing = Command::new("Window.ClickButton", "#32770", &pattern).argument(311).timeout_ms(1000);
     match library.execute(&missing.line()?) {
         Ok(()) => return Err("a line that must fail did not".into()),
         Err(error) => eprintln!("{error}"),

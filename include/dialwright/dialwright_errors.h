@@ -13,8 +13,8 @@
  *     }
  *
  * The messages are the log's own, and may show a typed text where a line was misshapen; dialwright.hpp hides it. There
- * are none where the host lies in a folder that cannot be written, or where another program of the same name holds the
- * files.
+ * are none where the host lies in a folder that cannot be written, where another program of the same name holds the
+ * files, or where the window came up so late that no time was left for the control.
  */
 
 #ifndef WIN32_LEAN_AND_MEAN

@@ -120,6 +120,14 @@ mod tests {
     use super::*;
 
     #[test]
+    fn a_quote_that_nothing_closes_hides_no_less() {
+        for line_end in ["\n", "\r"] {
+            let masked = mask_line(&format!("Window.SetText c t 1 \"a\\{line_end}b\" 5"));
+            assert!(!masked.contains(" c ") && !masked.contains('a'), "{masked}");
+        }
+    }
+
+    #[test]
     fn messages_lose_typed_texts() {
         let mut texts = hidden_texts(r#" Window.SetText c t 1 "a \"quoted\" word" 5"#);
         texts.extend(hidden_texts("Window.SetText c t 1 abc 5"));

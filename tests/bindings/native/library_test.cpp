@@ -29,7 +29,7 @@ CallError FailureOf(Function&& function) {
 
 TEST(LibraryClass, FillsAFormInAnotherProcess) {
     const Library library;
-    PracticeWindow window(kDialogClass, {}, L"日本語 (1) 😀 " + UniqueTitle());
+    const PracticeWindow window(kDialogClass, {}, L"日本語 (1) 😀 " + UniqueTitle());
     const std::wstring title = Literal(window.Title());
     library.Execute(Line(L"Window.SetText", kDialogClass, title, {12, L"say \"hi\" to C:\\"}, 5000));
     EXPECT_EQ(L"say \"hi\" to C:\\", TextOf(window.Control(12)));
@@ -51,11 +51,11 @@ TEST(LibraryClass, ValidatesWithoutThrowing) {
 TEST(LibraryClass, ThrowsTheErrorLinesOfTheCallAndNoOthers) {
     const Library library;
     const PracticeWindow window;
-    const std::wstring title = window.Title();
+    const std::wstring& title = window.Title();
     EXPECT_FALSE(library.Validate(L"Window.Before c t"));
-    const std::wstring line = Line(L"Window.SetText", kDialogClass, title, {4711, L"hunter22"}, 50);
+    const std::wstring line = Line(L"Window.SetText", kDialogClass, title, {4711, L"hunter22"}, 1000);
     const CallError error = FailureOf([&] { library.Execute(line); });
-    EXPECT_EQ(L"Window.SetText \"#32770\" \"" + title + L"\" 4711 \"*****\" 50", error.Command());
+    EXPECT_EQ(L"Window.SetText \"#32770\" \"" + title + L"\" 4711 \"*****\" 1000", error.Command());
     ASSERT_FALSE(error.Lines().empty());
     EXPECT_EQ(0U, error.Lines().front().find(L"Window::")) << ::testing::PrintToString(error.Lines());
     const std::string what = error.what();

@@ -79,7 +79,7 @@ TEST(WrittenLine, NeedsNoMoreRoomThanItSays) {
         ASSERT_EQ(DIALWRIGHT_LINE_WRITTEN, fault.error);
         ASSERT_EQ(std::wstring(line.size() - units, L'#'), line.substr(units)) << "written past its room";
         if (units == 0) continue;
-        ASSERT_EQ(units > expected.size() ? expected : L"", std::wstring(line.c_str()));
+        ASSERT_EQ(units > expected.size() ? expected : L"", line.substr(0, line.find(L'\0')));
     }
 }
 
@@ -104,6 +104,18 @@ TEST(WrittenLine, NamesTheArgumentAtFault) {
 TEST(WrittenLine, TakesNoMoreNumbersThanARectangleHas) {
     EXPECT_THROW((void)Line(L"Window.ClearText.Position", L"c", L"t", {Numbers({1, 2, 3, 4, 5}), 8}), LineError);
     EXPECT_THROW((void)Line(std::wstring(L"Window.Close\0", 13), L"c", L"t"), LineError);
+}
+
+TEST(HiddenTexts, AreFoundAmongTheTokensThatTheLibraryReads) {
+    std::mt19937 random(13);
+    for (int i = 0; i < kRounds; ++i) {
+        std::wstring line =
+            RandomText(random) + RandomText(random) + L"\n" + RandomText(random) + L"\r" + RandomText(random);
+        for (wchar_t& unit : line) unit = random() % 8 == 0 ? L'\n' : unit;
+        TokenList read;
+        for (const detail::Token& token : detail::Tokens(line)) read.push_back(token.text);
+        ASSERT_EQ(TokenizeCommand(line), read) << ::testing::PrintToString(line);
+    }
 }
 
 TEST(HiddenTexts, LeaveTheMessages) {
