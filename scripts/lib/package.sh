@@ -35,7 +35,7 @@ build_for_package() {
     local sources=$package_root/sources
     step "Configuring $1 for packages (minutes the first time)" cmake -S "$sources" --preset "$1"
     step "Building $1 for packages (minutes the first time)" \
-        cmake --build "$sources/build/$1" --target dialwright dialwright_import_library dialwright_tool practice_target
+        cmake --build "$sources/build/$1" --target "${release_targets[@]}"
 }
 
 check_packages() {

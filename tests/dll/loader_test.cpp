@@ -59,7 +59,7 @@ TEST(Loader, LoadsTheLibraryBesideTheProgramAndFromAnyFullPath) {
 TEST(Loader, SaysWhatIsWrongWithAPath) {
     const TemporaryFolder folder;
     std::ofstream(folder.File(L"text.dll").c_str()) << "MZ, but no more";
-    std::ofstream(folder.File(L"empty.dll").c_str());
+    std::ofstream(folder.File(L"empty.dll").c_str()) << "";
     std::ofstream(folder.File(L"odd.dll").c_str(), std::ios::binary) << "MZ" << std::string(4094, '\xFF');
     for (const wchar_t* path :
          {L"Dialwright.dll", L".\\Dialwright.dll", L"\\Dialwright.dll", L"c:Dialwright.dll", L""}) {
