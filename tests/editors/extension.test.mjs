@@ -34,7 +34,7 @@ test('grammar, snippets and files are those of one language', () => {
 });
 
 test('the extension has the version of the program', () => {
-  assert.equal(PACKAGE.version, read('CMakeLists.txt').match(/project\(Dialwright VERSION ([\d.]+)/)[1]);
+  assert.equal(PACKAGE.version, read('include/dialwright/dialwright.h').match(/VERSION_STRING "([\d.]+)"/)[1]);
 });
 
 test('library, table, grammar and snippets have the same 27 names', () => {

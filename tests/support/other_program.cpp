@@ -24,7 +24,9 @@ BOOL CALLBACK VisitWindow(HWND window, LPARAM parameter) {
 
 }  // namespace
 
-OtherProgram::OtherProgram(std::wstring commandLine) {
+OtherProgram::OtherProgram(std::wstring commandLine)
+    : turn(::CreateMutexW(nullptr, FALSE, L"DialwrightTestsOfOthers")) {
+    ::WaitForSingleObject(turn, kPatienceMs);
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started{};
@@ -39,7 +41,10 @@ OtherProgram::OtherProgram(std::wstring commandLine) {
 
 OtherProgram::~OtherProgram() {
     ::TerminateProcess(process, 99);
+    ::WaitForSingleObject(process, kPatienceMs);
     ::CloseHandle(process);
+    ::ReleaseMutex(turn);
+    ::CloseHandle(turn);
 }
 
 bool OtherProgram::HasEnded() const { return ::WaitForSingleObject(process, kPatienceMs) == WAIT_OBJECT_0; }

@@ -7,6 +7,7 @@
 namespace dialwright::testing {
 
 /// A program that nobody here wrote, started without our pipes; ended when the test is over, whatever became of it.
+/// Tests that run side by side take turns: such programs have the same titles and dialogs, and some come up but once.
 class OtherProgram {
 public:
     explicit OtherProgram(std::wstring commandLine);
@@ -20,6 +21,7 @@ public:
     [[nodiscard]] HWND WaitForWindow(const wchar_t* className) const;
 
 private:
+    HANDLE turn;
     HANDLE process = nullptr;
     DWORD processId = 0;
 };
