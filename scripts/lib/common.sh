@@ -23,7 +23,8 @@ step() {
     local title=$1 log started now shown last
     shift
     mkdir -p "$logs"
-    log=$logs/$(printf '%s' "$title" | tr -c 'A-Za-z0-9' '-').log
+    # A title can list every package that a bare machine lacks; a file name has to stay below 255 bytes.
+    log=$logs/$(printf '%s' "${title:0:100}" | tr -c 'A-Za-z0-9' '-').log
     started=$SECONDS
     shown=$SECONDS
     say "== $title"
