@@ -10,10 +10,12 @@ import argparse
 import collections
 import dataclasses
 import json
+import math
 import pathlib
 import sys
 import tempfile
 
+from benchmarks.commands import measure_commands, measure_parts, measure_script
 from benchmarks.programs import ROOT, Programs, Void
 from benchmarks.rows import ROWS
 from benchmarks.table import evaluate, print_table
@@ -23,16 +25,32 @@ from benchmarks.trace import measure_calls, measure_library, measure_lines, meas
 
 @dataclasses.dataclass(frozen=True)
 class Sizes:
+    runs: int
     lines: int
     messages: int
     script_lines: int
     controls: int
     checked_lines: int
-    runs: int
+    command_pairs: int
+    characters: int
+    windows: int
+    children: int
+    depth: int
+    part_pairs: int
+    validated_lines: int
+    refusals: int
+
+    @property
+    def typing_pairs(self):
+        """Of each run: at least 15 in all."""
+        return math.ceil(15 / self.runs)
 
 
-FULL = Sizes(lines=400_000, messages=100_000, script_lines=1000, controls=1000, checked_lines=100_000, runs=9)
-QUICK = Sizes(lines=4_000, messages=2_000, script_lines=100, controls=50, checked_lines=1000, runs=1)
+FULL = Sizes(runs=9, lines=400_000, messages=100_000, script_lines=1000, controls=1000, checked_lines=100_000,
+             command_pairs=100, characters=1000, windows=300, children=1000, depth=10, part_pairs=5,
+             validated_lines=10_000, refusals=5000)
+QUICK = Sizes(runs=1, lines=4_000, messages=2_000, script_lines=100, controls=50, checked_lines=1000, command_pairs=5,
+              characters=50, windows=20, children=50, depth=5, part_pairs=2, validated_lines=200, refusals=50)
 
 
 def measure_all(programs, sizes):
@@ -40,7 +58,9 @@ def measure_all(programs, sizes):
     figures = collections.defaultdict(list)
     for run in range(sizes.runs):
         print(f"   run {run + 1} of {sizes.runs}", file=sys.stderr, flush=True)
-        for results in (*(measure_lines(programs, sizes, threads) for threads in (1, 2, 4, 8)),
+        for results in (measure_commands(programs, sizes), measure_parts(programs, sizes),
+                        measure_script(programs, sizes),
+                        *(measure_lines(programs, sizes, threads) for threads in (1, 2, 4, 8)),
                         measure_calls(programs, sizes), measure_messages(programs, sizes),
                         measure_library(programs, sizes),
                         measure_tool(programs.programs, programs.before, programs.work, sizes)):

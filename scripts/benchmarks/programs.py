@@ -27,7 +27,7 @@ class Programs:
         """The last JSON line that the program prints. `check` gets it, the folder and all that was printed."""
         folder = pathlib.Path(tempfile.mkdtemp(dir=self.work))
         try:
-            for file in (f"{name}.exe", "Dialwright.dll"):
+            for file in (f"{name}.exe", "bench_target.exe", "Dialwright.dll"):
                 shutil.copy(self.programs / file, folder)
             command = [*self.before, str(folder / f"{name}.exe"), *options]
             if name != "bench_library":
