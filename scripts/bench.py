@@ -16,6 +16,7 @@ import sys
 import tempfile
 
 from benchmarks.commands import measure_commands, measure_parts, measure_script
+from benchmarks.growth import measure_growth, print_growth
 from benchmarks.programs import ROOT, Programs, Void
 from benchmarks.rows import ROWS
 from benchmarks.table import evaluate, print_table
@@ -53,6 +54,9 @@ QUICK = Sizes(runs=1, lines=4_000, messages=2_000, script_lines=100, controls=50
               characters=50, windows=20, children=50, depth=5, part_pairs=2, validated_lines=200, refusals=50)
 
 
+GROWTH_RUNS = 3
+
+
 def measure_all(programs, sizes):
     """(row, side) -> the figures of all runs."""
     figures = collections.defaultdict(list)
@@ -76,28 +80,53 @@ def positive(text):
     return number
 
 
-def main():
+def read_options():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--runs", type=positive, help=f"runs for each figure ({FULL.runs}; {QUICK.runs} when quick)")
     parser.add_argument("--quick", action="store_true", help="a short run, whose figures say little")
     parser.add_argument("--json", action="store_true", help="JSON in place of the table")
+    parser.add_argument("--growth", action="store_true",
+                        help=f"how cost grows with the work, as tables and plots ({GROWTH_RUNS} runs for each figure)")
+    parser.add_argument("--images", type=pathlib.Path, default=ROOT / "docs" / "images",
+                        help="the folder of the plots")
     parser.add_argument("--programs", type=pathlib.Path, default=ROOT / "build" / "x64-release" / "bin",
                         help="the folder of the benchmark programs")
-    options = parser.parse_args()
+    return parser.parse_args()
+
+
+def run_growth(programs, options):
+    # Only here: nobody else needs what draws.
+    from benchmarks.plot import draw_growth
+
+    measured = measure_growth(programs, options.runs or (1 if options.quick else GROWTH_RUNS), options.quick)
+    draw_growth(measured, options.images)
+    if options.json:
+        print(json.dumps(measured, indent=2))
+    else:
+        print_growth(measured)
+
+
+def run_table(programs, options):
     sizes = QUICK if options.quick else FULL
     sizes = dataclasses.replace(sizes, runs=options.runs or sizes.runs)
-    try:
-        # Beside the programs: on the disk of the build, whichever that is.
-        with tempfile.TemporaryDirectory(prefix="bench-", dir=options.programs.resolve().parent) as work:
-            figures = measure_all(Programs(options.programs.resolve(), pathlib.Path(work)), sizes)
-    except (Void, OSError) as fault:
-        print(f"bench: void: {fault}", file=sys.stderr)
-        return 1
+    figures = measure_all(programs, sizes)
     results = [evaluate(row, figures) for row in ROWS]
     if options.json:
         print(json.dumps({"runs": sizes.runs, "quick": options.quick, "rows": results}, indent=2))
     else:
         print_table(results)
+
+
+def main():
+    options = read_options()
+    try:
+        # Beside the programs: on the disk of the build, whichever that is.
+        with tempfile.TemporaryDirectory(prefix="bench-", dir=options.programs.resolve().parent) as work:
+            programs = Programs(options.programs.resolve(), pathlib.Path(work))
+            (run_growth if options.growth else run_table)(programs, options)
+    except (Void, OSError) as fault:
+        print(f"bench: void: {fault}", file=sys.stderr)
+        return 1
     return 0
 
 
