@@ -7,14 +7,11 @@
 #include "arguments.h"
 #include "measuring.h"
 #include "platform/windows.h"
+#include "redirected_output.h"
 #include "trace/logger.h"
 #include "trace/logger_state.h"
 #include "trace/trace.h"
 #include "trace/trace_files.h"
-
-#include <fcntl.h>
-#include <io.h>
-#include <sys/stat.h>
 
 using namespace dialwright;
 
@@ -29,28 +26,6 @@ void Log(int index) {
     TraceLog("Window::SetText", LOG_INFO, "control %d of \"%s\" has its new text, 3 of 5000 ms are used up",
              100'000 + index, "Sign in");
 }
-
-/// Standard output goes to a file while this lives.
-class RedirectedOutput {
-public:
-    explicit RedirectedOutput(const std::string& path) : kept(::_dup(1)) {
-        const int file = ::_open(path.c_str(), _O_CREAT | _O_TRUNC | _O_WRONLY | _O_TEXT, _S_IREAD | _S_IWRITE);
-        isThere = file >= 0 && ::_dup2(file, 1) == 0;
-        if (file >= 0) ::_close(file);
-    }
-    ~RedirectedOutput() {
-        ::_dup2(kept, 1);
-        ::_close(kept);
-    }
-    RedirectedOutput(const RedirectedOutput&) = delete;
-    RedirectedOutput& operator=(const RedirectedOutput&) = delete;
-
-    [[nodiscard]] bool IsThere() const { return isThere; }
-
-private:
-    int kept;
-    bool isThere = false;
-};
 
 double SecondsToLog(int messages) {
     for (int i = 0; i < kWarmUpMessages; ++i) Log(i);
@@ -91,7 +66,7 @@ double Measure(const bench::Arguments& arguments) {
     if (way == "bare") return SecondsToWrite(output, messages);
     if (way != "trace" && way != "no-trace") arguments.Refuse("--way wants trace, no-trace or bare");
     if (way == "trace" && TraceStart(folder.c_str(), "trace.log", "Dialwright") == 0) return -1;
-    const RedirectedOutput redirected(output);
+    const bench::RedirectedOutput redirected(output);
     const double seconds = redirected.IsThere() ? SecondsToLog(messages) : -1;
     TraceStop();
     return seconds;

@@ -1,12 +1,13 @@
 # The benchmark table: the release build against a peer and against the bare calls of the platform.
 # shellcheck shell=bash
 
-bench_tools=(/usr/lib/wine/wine64:wine64 /usr/include/spdlog/spdlog.h:libspdlog-dev /usr/include/fmt/format.h:libfmt-dev)
+bench_tools=(/usr/lib/wine/wine64:wine64 /usr/include/spdlog/spdlog.h:libspdlog-dev /usr/include/fmt/format.h:libfmt-dev
+    /usr/lib/python3/dist-packages/matplotlib/__init__.py:python3-matplotlib)
 
 refuse_bench_arguments() {
     while [ $# -gt 0 ]; do
         case $1 in
-            --quick | --json) shift ;;
+            --quick | --json | --growth) shift ;;
             --runs)
                 [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || { say "dev: --runs takes a number above zero"; exit 2; }
                 shift 2

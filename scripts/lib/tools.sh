@@ -14,7 +14,8 @@ test_tools=(clang-format-19:clang-format-19 clang-tidy-19:clang-tidy-19 /usr/lib
     /usr/lib/mono/4.5/System.Runtime.Serialization.dll:libmono-system-runtime-serialization4.0-cil
     go:golang-go /usr/bin/rustc:rustc /usr/lib/rustlib/x86_64-pc-windows-gnu:libstd-rust-dev-windows
     x86_64-w64-mingw32-gcc:gcc-mingw-w64-x86-64 makensis:nsis Xvfb:xvfb chromium:chromium chromedriver:chromium-driver
-    /usr/include/spdlog/spdlog.h:libspdlog-dev /usr/include/fmt/format.h:libfmt-dev)
+    /usr/include/spdlog/spdlog.h:libspdlog-dev /usr/include/fmt/format.h:libfmt-dev
+    /usr/lib/python3/dist-packages/matplotlib/__init__.py:python3-matplotlib)
 # Packages are checked by a project that drives Notepad.
 package_tools=(/usr/lib/wine/wine64:wine64)
 demo_tools=(/usr/lib/wine/wine64:wine64 Xvfb:xvfb import:imagemagick)

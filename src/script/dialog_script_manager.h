@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 
 #include "language/tokenizer.h"
 
@@ -86,7 +87,7 @@ private:
     int ExecuteCheckboxByPath(const TokenList& tokens, bool useRegex, unsigned int timeoutMs);
     int ExecuteCheckboxByPosition(const TokenList& tokens, bool useRegex, unsigned int timeoutMs);
 
-    std::map<std::wstring, TokenCounts> commandTable;
+    std::map<std::wstring_view, TokenCounts> commandTable;
 };
 
 }  // namespace dialwright

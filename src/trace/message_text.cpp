@@ -7,6 +7,7 @@
 #include <cwchar>
 
 #include "platform/text_encoding.h"
+#include "trace/plain_format.h"
 
 namespace dialwright {
 namespace {
@@ -103,6 +104,12 @@ std::string_view Latin1ToUtf8(Memory& memory, std::string_view text) {
 }  // namespace
 
 std::string_view FormatMessageText(Memory& memory, const char* format, std::va_list arguments) {
+    auto* const area = static_cast<char*>(memory.allocate(kFirstBufferUnits, 1));
+    if (const auto plain = FormatPlain({area, kFirstBufferUnits}, format, arguments)) return *plain;
+    return FormatByRuntime(memory, format, arguments);
+}
+
+std::string_view FormatByRuntime(Memory& memory, const char* format, std::va_list arguments) {
     if (!WantsWideText(format)) {
         const auto narrow = FormatDoubling<char>(memory, arguments, [&](char* buffer, std::size_t units, auto pass) {
             return ::_vsnprintf_s_l(buffer, units, _TRUNCATE, format, CLocale(), pass);

@@ -13,7 +13,11 @@ namespace dialwright {
 [[nodiscard]] std::string_view FormatMessageText(std::pmr::monotonic_buffer_resource& memory, const char* format,
                                                  std::va_list arguments);
 
-/// Gives back what FormatMessageText keeps from call to call. Only when nobody is in it; it starts anew afterwards.
+/// The same, always by the C runtime itself.
+[[nodiscard]] std::string_view FormatByRuntime(std::pmr::monotonic_buffer_resource& memory, const char* format,
+                                               std::va_list arguments);
+
+/// Gives back what they keep from call to call. Only when nobody is in them; they start anew afterwards.
 void FreeMessageLocale() noexcept;
 
 /// Appends a message with the 80-space indent before every line but the first; nothing after a final line feed.

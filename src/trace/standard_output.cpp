@@ -31,16 +31,28 @@ private:
     _invalid_parameter_handler previous;
 };
 
+/// Keeps the stream to this thread, so that nothing of others comes between its buffer and our text.
+class LockedOutput {
+public:
+    LockedOutput() noexcept { ::_lock_file(stdout); }
+    ~LockedOutput() { ::_unlock_file(stdout); }
+    LockedOutput(const LockedOutput&) = delete;
+    LockedOutput& operator=(const LockedOutput&) = delete;
+};
+
 }  // namespace
 
 void WriteStandardOutput(std::string_view text) noexcept {
     const InvalidParameterGuard guard;
     // A program without a console has a stream without a file.
     if (::_fileno(stdout) < 0) return;
+    // One lock for all of it. The bytes go through the stream and not past it to its file: a thread that gets the lock
+    // while the process ends would write into whatever has the file's number by then, the trace file for one.
+    const LockedOutput locked;
     // What the host has written before goes out first, and is not lost with our text where that cannot be written.
-    std::fflush(stdout);
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    std::fflush(stdout);
+    ::_fflush_nolock(stdout);
+    ::_fwrite_nolock(text.data(), 1, text.size(), stdout);
+    ::_fflush_nolock(stdout);
 }
 
 }  // namespace dialwright
