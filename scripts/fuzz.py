@@ -111,6 +111,10 @@ def main():
             print(f"fuzz: there is no target {name}; there are {', '.join(t.name for t in all_targets)}", file=sys.stderr)
             return 2
         chosen += named
+    missing = [t.program for t in chosen if not t.program.exists()]
+    if missing:
+        print(f"fuzz: {missing[0]} is not built; ./dev fuzz builds it", file=sys.stderr)
+        return 2
     run = Run(options, chosen, totals)
     for wanted in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
         signal.signal(wanted, run.stop)

@@ -24,11 +24,11 @@ def table(targets, totals):
 
 
 def markdown(targets, totals):
-    text = "| target | executions | seconds | findings |\n|---|---:|---:|---:|\n"
-    for target, executions, seconds, findings in rows_of(targets, totals):
-        text += f"| {target.name} | {executions:,} | {seconds:,.0f} | {findings} |\n"
+    text = "| target | what is fuzzed | what must hold | executions | minutes |\n|---|---|---|---:|---:|\n"
+    for target, executions, seconds, _ in rows_of(targets, totals):
+        text += f"| `{target.name}` | {target.what} | {target.holds} | {executions:,} | {seconds / 60:,.0f} |\n"
     sums = totals.as_json()
-    return text + f"| all | {sums['executions']:,} | {sums['seconds']:,.0f} | {sums['findings']} |\n"
+    return text + f"| all | | | {sums['executions']:,} | {sums['seconds'] / 60:,.0f} |\n"
 
 
 def json_text(totals):
