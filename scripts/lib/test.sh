@@ -41,7 +41,7 @@ command_test() {
         refuse_arguments "$@"
     fi
     local started=$SECONDS
-    ensure_tools "${test_tools[@]}"
+    ensure_tools "${test_tools[@]}" "${fuzz_tools[@]}"
     ensure_modules DIALWRIGHT_EDITOR_MODULES "$root/tests/editors"
     ensure_modules DIALWRIGHT_DOCS_MODULES "$root/tests/docs"
     ensure_modules DIALWRIGHT_BINDING_MODULES "$root/tests/bindings" --os=win32 --cpu=x64 --force
@@ -50,6 +50,7 @@ command_test() {
     build_preset x64-release
     build_preset arm64-release
     build_preset x64-debug
+    build_fuzz
     step "Running clang-tidy" run_tidy
     start_wine test null
     keep_desktop_up "$root/build/x64-release/bin/practice_target.exe"

@@ -1,13 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <optional>
 #include <random>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "by_hand.h"
 #include "language/commands.h"
 #include "language/masking.h"
 #include "language/numbers.h"
@@ -17,6 +16,9 @@
 // Random texts, each answer compared with one that is reached in another way.
 namespace dialwright {
 namespace {
+
+using dialwright::testing::MaskFromTheBack;
+using dialwright::testing::ReadNumberByHand;
 
 constexpr int kTexts = 100'000;
 
@@ -46,30 +48,17 @@ TEST(RandomComparison, SplittingAgreesWithTheStandardLineReader) {
     }
 }
 
-/// By hand, digit for digit, with saturation far outside of every range asked for.
-std::optional<double> NumberByHand(const std::wstring& text) {
-    std::size_t i = text.find_first_not_of(L" \t\n\v\f\r");
-    if (i == std::wstring::npos) return std::nullopt;
-    const bool negative = text[i] == L'-';
-    if (text[i] == L'-' || text[i] == L'+') ++i;
-    double value = 0;
-    const std::size_t first = i;
-    for (; i < text.size() && text[i] >= L'0' && text[i] <= L'9'; ++i) value = value * 10 + (text[i] - L'0');
-    if (i == first) return std::nullopt;
-    return negative ? -value : value;
-}
-
 TEST(RandomComparison, NumbersAgreeWithReadingByHand) {
     std::mt19937 random(2);
     for (int i = 0; i < kTexts; ++i) {
         const std::wstring text = RandomText(random, L"0123456789012345678901234567890123456789-+ x");
-        const auto byHand = NumberByHand(text);
-        const bool fits =
-            byHand && *byHand >= std::numeric_limits<int>::min() && *byHand <= std::numeric_limits<int>::max();
+        const auto byHand = ReadNumberByHand(text);
+        const bool fits = byHand && byHand->IsWithin(1ULL << 31U, (1ULL << 31U) - 1);
         int value = 0;
         ASSERT_EQ(fits, TryParseInt(text, &value)) << ::testing::PrintToString(text);
         if (fits) {
-            ASSERT_EQ(static_cast<int>(*byHand), value);
+            const auto magnitude = static_cast<std::int64_t>(byHand->magnitude);
+            ASSERT_EQ(byHand->isNegative ? -magnitude : magnitude, value);
         }
         ASSERT_EQ(byHand.has_value(), ReadsAsInteger(text)) << ::testing::PrintToString(text);
     }
@@ -86,21 +75,6 @@ TEST(RandomComparison, TheSuffixIsWhatTheNameEndsWith) {
         ASSERT_EQ(ends ? name.substr(0, at) : name, StripNonRegexSuffix(name, &useRegex));
         ASSERT_EQ(!ends, useRegex);
     }
-}
-
-/// From the back: the timeout if the last token reads as one, then the text, then the rest as it is.
-std::wstring MaskFromTheBack(const std::wstring& line) {
-    TokenList tokens = TokenizeCommand(line);
-    std::wstring tail;
-    if (NumberByHand(tokens.back()) && tokens.size() > 1) {
-        tail = L" " + tokens.back();
-        tokens.pop_back();
-    }
-    tail.insert(0, tokens.size() == 1 ? L"*****" : L" \"*****\"");
-    tokens.pop_back();
-    std::wstring head;
-    for (const std::wstring& token : tokens) head += head.empty() ? token : L" \"" + token + L"\"";
-    return head + tail;
 }
 
 TEST(RandomComparison, MaskingAgreesWithAWayFromTheBack) {

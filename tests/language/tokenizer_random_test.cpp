@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "by_hand.h"
 #include "language/masking.h"
 #include "language/tokenizer.h"
 
@@ -11,51 +12,7 @@
 namespace dialwright {
 namespace {
 
-bool IsBlank(wchar_t c) { return c == L' ' || (c >= L'\t' && c <= L'\r'); }
-
-bool IsLineEnd(wchar_t c) { return c == L'\n' || c == L'\r' || c == 0x2028 || c == 0x2029; }
-
-/// The position of the quote that closes the one at `open`, or npos.
-std::size_t ClosingQuote(const std::wstring& line, std::size_t open) {
-    for (std::size_t i = open + 1; i < line.size(); ++i) {
-        if (line[i] == L'"') return i;
-        if (line[i] != L'\\') continue;
-        if (i + 1 == line.size() || IsLineEnd(line[i + 1])) return std::wstring::npos;
-        ++i;
-    }
-    return std::wstring::npos;
-}
-
-std::wstring WithoutEscapes(const std::wstring& inside) {
-    std::wstring text;
-    for (std::size_t i = 0; i < inside.size(); ++i) {
-        const std::wstring pair = inside.substr(i, 2);
-        if (pair == L"\\\"" || pair == L"\\\\") ++i;
-        text += inside[i];
-    }
-    return text;
-}
-
-TokenList ScanByHand(const std::wstring& line) {
-    TokenList tokens;
-    for (std::size_t i = 0; i < line.size();) {
-        if (IsBlank(line[i])) {
-            ++i;
-            continue;
-        }
-        const std::size_t close = line[i] == L'"' ? ClosingQuote(line, i) : std::wstring::npos;
-        if (close != std::wstring::npos) {
-            tokens.push_back(WithoutEscapes(line.substr(i + 1, close - i - 1)));
-            i = close + 1;
-            continue;
-        }
-        std::size_t end = i;
-        while (end < line.size() && !IsBlank(line[end])) ++end;
-        tokens.push_back(line.substr(i, end - i));
-        i = end;
-    }
-    return tokens;
-}
+using dialwright::testing::ScanByHand;
 
 std::wstring RandomLine(std::mt19937& random) {
     static constexpr std::wstring_view kAlphabet = L"\"\"\"\\\\\\  \tab1.,\n\r\x00A0\x2028\x3042\xD83D\xDE00";

@@ -43,6 +43,20 @@ TEST(TracePairs, AreToldByEitherName) {
     }
 }
 
+TEST(TracePairs, AreToldWhateverTheProcessIdLooksLike) {
+    for (const std::wstring id : {L"1", L"2", L"12", L"1234", L"21648", L"31"}) {
+        for (const std::wstring error : {L"", L"_error"}) {
+            const std::wstring rest = error + L"_pid_" + id + L".log";
+            for (const wchar_t* number : {L"_1", L"_2"}) {
+                const TracePair pair = PairOf(L"h.exe_1_D" + std::wstring(number) + rest);
+                EXPECT_EQ(L"h.exe_1_D" + rest, pair.name);
+                EXPECT_EQ(L"h.exe_1_D_1" + rest, pair.first);
+                EXPECT_EQ(L"h.exe_1_D_2" + rest, pair.second);
+            }
+        }
+    }
+}
+
 TEST(TracePairs, HaveMainAndErrorFiles) {
     const std::vector<std::wstring> all = {L"t\\x_1_pid_4.log", L"t\\x_2_pid_4.log", L"t\\x_1_error_pid_4.log",
                                            L"t\\x_2_error_pid_4.log"};

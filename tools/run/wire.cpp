@@ -1,6 +1,6 @@
 #include "run/wire.h"
 
-#include <array>
+#include <algorithm>
 #include <cstdio>
 
 namespace dialwright::tools {
@@ -38,9 +38,15 @@ bool WriteText(HANDLE pipe, const std::wstring& text) {
     return WriteAll(pipe, text.data(), text.size() * sizeof(wchar_t));
 }
 
+/// Grows as the text comes: what the other side says of its length takes no memory by itself.
 bool ReadText(HANDLE pipe, std::uint32_t units, std::wstring& text) {
-    text.resize(units);
-    return ReadAll(pipe, text.data(), units * sizeof(wchar_t));
+    constexpr std::size_t kPieceUnits = 65536;
+    while (text.size() < units) {
+        const std::size_t before = text.size();
+        text.resize((std::min)(std::size_t{units}, before + kPieceUnits));
+        if (!ReadAll(pipe, text.data() + before, (text.size() - before) * sizeof(wchar_t))) return false;
+    }
+    return true;
 }
 
 }  // namespace

@@ -16,22 +16,26 @@ struct NameParts {
     std::wstring_view behindNumber;
 };
 
-bool IsProcessSuffix(std::wstring_view text) {
+/// Where the name says whose files they are: "_pid_42" at its end. The end itself where it does not.
+std::size_t ProcessSuffixOf(std::wstring_view stem) {
     constexpr std::wstring_view kBegin = L"_pid_";
-    if (text.empty()) return true;
-    return text.starts_with(kBegin) && text.size() > kBegin.size() &&
-           text.substr(kBegin.size()).find_first_not_of(L"0123456789") == std::wstring_view::npos;
+    const std::size_t at = stem.rfind(kBegin);
+    if (at == std::wstring_view::npos) return stem.size();
+    const std::wstring_view id = stem.substr(at + kBegin.size());
+    const bool isId = !id.empty() && id.find_first_not_of(L"0123456789") == std::wstring_view::npos;
+    return isId ? at : stem.size();
 }
 
 std::optional<NameParts> TakeApart(std::wstring_view name) {
     if (!name.ends_with(kExtension)) return std::nullopt;
     const std::wstring_view stem = name.substr(0, name.size() - kExtension.size());
-    for (const std::wstring_view number : {L"_1", L"_2"}) {
-        for (const std::wstring_view part : {kError, std::wstring_view()}) {
-            const std::size_t at = stem.rfind(std::wstring(number) + std::wstring(part));
-            if (at == std::wstring_view::npos) continue;
-            const std::wstring_view behind = stem.substr(at + number.size());
-            if (IsProcessSuffix(behind.substr(part.size()))) {
+    // An ID that begins like a number of a pair must not be taken for it.
+    for (const std::size_t end : {ProcessSuffixOf(stem), stem.size()}) {
+        for (const std::wstring_view number : {L"_1", L"_2"}) {
+            for (const std::wstring_view part : {kError, std::wstring_view()}) {
+                const std::wstring ending = std::wstring(number) + std::wstring(part);
+                if (!stem.substr(0, end).ends_with(ending)) continue;
+                const std::size_t at = end - ending.size();
                 return NameParts{.base = name.substr(0, at), .behindNumber = name.substr(at + number.size())};
             }
         }

@@ -1,0 +1,1 @@
+"""What scripts/fuzz.py is made of."""
