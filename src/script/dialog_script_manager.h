@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <string_view>
 
 #include "language/tokenizer.h"
 
@@ -87,7 +86,7 @@ private:
     int ExecuteCheckboxByPath(const TokenList& tokens, bool useRegex, unsigned int timeoutMs);
     int ExecuteCheckboxByPosition(const TokenList& tokens, bool useRegex, unsigned int timeoutMs);
 
-    std::map<std::wstring_view, TokenCounts> commandTable;
+    std::map<std::wstring, TokenCounts> commandTable;
 };
 
 }  // namespace dialwright
