@@ -29,7 +29,7 @@ fetch_wine10() {
         echo "deb [arch=amd64 $signed] ${mirror:-http://deb.debian.org/debian} bookworm main" >>"$2/apt/sources.list"
         wanted+=(qemu-user-static:amd64)
     else
-        wanted+=(libunwind8:amd64 liblzma5:amd64)
+        wanted+=(libunwind8:amd64 liblzma5:amd64 libz-mingw-w64)
     fi
     wine10_apt "$2" --error-on=any update && cd "$2/packages" && wine10_apt "$2" download "${wanted[@]}"
 }
@@ -53,8 +53,19 @@ unpack_wine10() {
         patchelf --set-interpreter "$loader" --force-rpath --set-rpath "$libraries" "$bin/$program"
         [ "$1" = amd64 ] || emulate "$bin/$program" "$2/qemu-aarch64-static"
     done
+    [ "$1" = arm64 ] || place_zlib "$top"
     # Debian's is a script that starts the server of the system's own Wine.
     cp --remove-destination "$bin/wineserver64" "$bin/wineserver"
+}
+
+# place_zlib TOP: what installing the package does. Wine takes a library for its own by a mark behind the first 64 bytes.
+place_zlib() {
+    local from=$1/usr/x86_64-w64-mingw32/lib/zlib1.dll
+    {
+        head -c 64 "$from"
+        printf 'Wine builtin DLL\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0'
+        tail -c +97 "$from"
+    } >"$1/usr/lib/x86_64-linux-gnu/wine/x86_64-windows/zlib1.dll"
 }
 
 # emulate PROGRAM EMULATOR: a script in its place, as Wine starts its programs by their paths. A processor with branch
@@ -77,7 +88,7 @@ make_wine10() {
 ensure_wine10() {
     local key folder
     ensure_packages "${wine10_tools[@]}"
-    key=$(printf '%s\n' "${wine10_packages[@]}" "$(declare -f fetch_wine10 unpack_wine10 emulate)" | sha256sum | cut -c1-8)
+    key=$(printf '%s\n' "${wine10_packages[@]}" "$(declare -f fetch_wine10 unpack_wine10 place_zlib emulate)" | sha256sum | cut -c1-8)
     folder=$cache/wine10-$1-$key
     if [ ! -e "$folder/complete" ]; then
         mkdir -p "$folder"
