@@ -71,7 +71,7 @@ def leaves_a_trace(build):
     with build.window(title):
         code, said = build.run("dialwright.exe", "run", "--work-folder", "work", "script.txt")
     assert code == 1 and "control_not_found" in said, f"run ended with {code} and said {said}"
-    code, rows = build.run("dialwright.exe", "trace", "show", "work", "--commands")
+    code, rows = build.run("dialwright.exe", "trace", "show", "work/1/logs/trace", "--commands")
     shown = [row for row in rows.splitlines() if "Window." in row and "error: " not in row]
     results = [(word, name) for row, name in zip(shown, ("SetText", "ClearText", "ClickButton"))
                for word in ("ok", "failed") if f" {word} " in row and f"Window.{name} " in row]
