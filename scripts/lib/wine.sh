@@ -26,8 +26,8 @@ wineserver_of_prefix() { "$root/scripts/wine-run" --server "$@"; }
 # lives on may hold descriptor 9, the lock of the cache. The first program starts Wine's services, which would hold a
 # pipe open: its output goes nowhere.
 start_wine() {
-    # A prefix made by other rules than these is another prefix.
-    WINEPREFIX=$cache/wine-$1-$(declare -f make_prefix | sha256sum | cut -c1-8)
+    # A prefix made by other rules than these, or by another Wine, is another prefix.
+    WINEPREFIX=$cache/wine-$1-$({ declare -f make_prefix; printf %s "${DIALWRIGHT_WINE:-}"; } | sha256sum | cut -c1-8)
     export WINEPREFIX
     export DIALWRIGHT_WINEPREFIX=$WINEPREFIX
     [ -e "$WINEPREFIX/complete" ] || step "Making the Wine prefix" make_prefix "$2"

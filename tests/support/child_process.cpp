@@ -86,7 +86,7 @@ ChildProcess::ChildProcess(const std::wstring& program, const std::vector<std::w
 
 ChildProcess::~ChildProcess() {
     CloseInput();
-    if (!WaitForExit(5000)) Kill();
+    if (!WaitForExit(Patient(5000))) Kill();
     reader.join();
     ::CloseHandle(process);
 }

@@ -3,10 +3,11 @@
 #include <concepts>
 
 #include "platform/windows.h"
+#include "support/patience.h"
 
 namespace dialwright::testing {
 
-inline constexpr DWORD kPatienceMs = 20000;
+inline const DWORD kPatienceMs = Patient(20000);
 
 /// Whether the condition came true within the deadline.
 template <std::predicate Condition>

@@ -21,8 +21,8 @@ NASTY = (b'Window.Minimize.NonRegex NoSuchClass "<a & b> \x07 \xef\xbf\xbe \xff 
 
 
 class Program:
-    def __init__(self, path, folder):
-        self.command = [*([] if os.name == "nt" else [str(ROOT / "scripts" / "wine-run")]), str(path)]
+    def __init__(self, runner, path, folder):
+        self.command = [*runner, str(path)]
         self.folder = folder
 
     def output(self, *arguments):
@@ -47,7 +47,8 @@ def check_junit(program, schemas):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("program", type=pathlib.Path)
+    parser.add_argument("--runner", action="append", default=[], help="what starts a Windows program here")
+    parser.add_argument("--tool", type=pathlib.Path, required=True)
     options = parser.parse_args()
     schemas = pathlib.Path(os.environ.get("DIALWRIGHT_SCHEMAS", ROOT.parent / "shared" / "schemas"))
     if not schemas.is_dir():
@@ -55,7 +56,7 @@ def main():
         return SKIPPED
     with tempfile.TemporaryDirectory() as folder:
         (pathlib.Path(folder) / "nasty.txt").write_bytes(NASTY)
-        check_junit(Program(options.program.resolve(), folder), schemas)
+        check_junit(Program(options.runner, options.tool.resolve(), folder), schemas)
     return 0
 
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """On a terminal dialwright.exe shows what it waits for; elsewhere it writes no control character."""
 
+import argparse
 import os
 import pathlib
 import pty
@@ -8,7 +9,6 @@ import re
 import subprocess
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 TIME_LIMIT_S = 60
 WAITS = ["run", "-c", "Window.Close NoSuchClass none 1500"]
 
@@ -35,8 +35,12 @@ def seen_in_file(command, path):
 
 
 def main():
-    program = sys.argv[1]
-    command = [str(ROOT / "scripts" / "wine-run"), program, *WAITS]
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--runner", required=True)
+    parser.add_argument("--tool", required=True)
+    options = parser.parse_args()
+    program = options.tool
+    command = [options.runner, program, *WAITS]
     on_terminal = re.sub(rb"\x1b\[[0-9?]*[A-Za-z]", b"", seen_on_terminal(command))
     in_file = seen_in_file(command, program + ".progress.txt")
     os.remove(program + ".progress.txt")

@@ -87,11 +87,12 @@ TEST_F(RunProgram, TellsAtTheLimitHowFarTheLineHasCome) {
 }
 
 TEST_F(RunProgram, TellsThatTheWindowClosedMeanwhile) {
-    ChildProcess process(L"dialwright.exe", {L"run", Script(Line(L"Window.SetCheckbox", L"31 1 60000") +
-                                                            Line(L"Window.ClearText", L"4711 3000"))});
+    ChildProcess process(L"dialwright.exe",
+                         {L"run", Script(Line(L"Window.SetCheckbox", L"31 1 60000") +
+                                         Line(L"Window.ClearText", L"4711 " + std::to_wstring(Patient(3000))))});
     // Only then is the next line's search certain to begin soon, however long the programs took to start.
     ASSERT_TRUE(WaitUntil([&] { return CheckStateOf(target.Control(31)) == BST_CHECKED; }));
-    target.DoAfter(1000, L"close");
+    target.DoAfter(Patient(1000), L"close");
     std::string said;
     while (const auto line = process.ReadLine(kPatienceMs)) said += *line + "\n";
     EXPECT_EQ(1U, process.WaitForExit(kPatienceMs).value_or(99));

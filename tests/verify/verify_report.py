@@ -22,7 +22,9 @@ import jsonschema
 FILES = ("Dialwright.dll", "dialwright.exe", "dialwright-host.exe", "dialwright-verify.exe",
          "dialwright-verify-plain.exe", "practice_target.exe")
 CHECKS = ["files", "load", "trace", "commands", "refusals", "scripts", "exit", "dpi", "elevation", "crash", "tool"]
-PATIENCE_SECONDS = 150
+PATIENCE_SECONDS = {"x64": 150, "arm64": 800}
+# In what the report calls them, and the number that stands in a program's header.
+NAMES = {"x64": ("x64", 0x8664), "arm64": ("ARM64", 0xAA64)}
 
 
 class Sdk:
@@ -34,7 +36,9 @@ class Sdk:
         self.temp = base / "temp"
         self.temp.mkdir(parents=True)
         self.output = base / "output"
-        self.add_programs("x64")
+        self.own = options.architecture
+        self.other, = set(NAMES) - {self.own}
+        self.add_programs(self.own)
         shutil.copy(options.root / "sdk" / "verify.cmd", self.root)
 
     def add_programs(self, architecture):
@@ -43,8 +47,8 @@ class Sdk:
         for name in FILES:
             shutil.copy(self.options.bin / name, folder)
 
-    def file(self, name):
-        return self.root / "bin" / "x64" / name
+    def file(self, name, architecture=None):
+        return self.root / "bin" / (architecture or self.own) / name
 
     def windows_path(self, path):
         return "Z:" + str(path).replace("/", "\\")
@@ -61,7 +65,7 @@ class Sdk:
         with self.output.open("wb") as stream:
             ended = subprocess.run([self.options.runner, "cmd", "/c", self.windows_path(starter), *arguments],
                                    stdin=subprocess.DEVNULL, stdout=stream, stderr=subprocess.STDOUT, env=environment,
-                                   timeout=PATIENCE_SECONDS, check=False)
+                                   timeout=PATIENCE_SECONDS[self.own], check=False)
         said = self.output.read_text(encoding="utf-8", errors="replace")
         path = report or self.root / "verify-report.json"
         document = json.loads(path.read_text(encoding="utf-8")) if path.is_file() else None
@@ -176,10 +180,11 @@ def tells_what_is_missing(sdk):
     expect_failed(found["load"], "there is no such file: <sdk>\\Dialwright.dll")
     expect_failed(found["dpi"], "there is no such file")
     header = struct.unpack_from("<I", whole, 0x3C)[0]
-    library.write_bytes(whole[:header + 4] + struct.pack("<H", 0xAA64) + whole[header + 6:])
+    (own, _), (other, code) = NAMES[sdk.own], NAMES[sdk.other]
+    library.write_bytes(whole[:header + 4] + struct.pack("<H", code) + whole[header + 6:])
     found = sdk.checks("files", "load")
-    expect_failed(found["files"], "0.1.0 ARM64, and this program is x64")
-    expect_failed(found["load"], "this library is for ARM64, and this program is x64")
+    expect_failed(found["files"], f"0.1.0 {other}, and this program is {own}")
+    expect_failed(found["load"], f"this library is for {other}, and this program is {own}")
     library.write_bytes(whole)
     target.unlink()
     expect_failed(sdk.checks("commands")["commands"], "practice_target.exe cannot be started: error 2")
@@ -245,16 +250,16 @@ def puts_its_report_elsewhere(sdk):
 
 
 def looks_at_both_on_arm64(sdk):
-    """The ARM64 folder holds x64 programs here, as no others run: what counts is which were started."""
-    sdk.add_programs("arm64")
+    """Both folders hold programs of one architecture here, as no others run: what counts is which were started."""
+    sdk.add_programs(sdk.other)
     code, report, said = sdk.run("--quick", "--only", "files", PROCESSOR_ARCHITEW6432="ARM64")
     assert code == 0 and len(report["runs"]) == 2, said
     check_schema(sdk.options, report)
-    sdk.file("practice_target.exe").unlink()
+    sdk.file("practice_target.exe", "x64").unlink()
     code, report, said = sdk.run("--quick", "--only", "files", PROCESSOR_ARCHITEW6432="ARM64")
     results = [run["checks"][0]["result"] for run in report["runs"]]
     assert code == 1 and results == ["passed", "failed"], f"{results}: {said}"
-    sdk.file("dialwright-verify.exe").unlink()
+    sdk.file("dialwright-verify.exe", "x64").unlink()
     code, report, said = sdk.run("--quick", "--only", "files", PROCESSOR_ARCHITEW6432="ARM64")
     assert code == 0 and "cannot be started" in report["notes"][0], said
 
@@ -287,6 +292,7 @@ def main():
     parser.add_argument("--runner", required=True)
     parser.add_argument("--bin", type=pathlib.Path, required=True)
     parser.add_argument("--root", type=pathlib.Path, required=True)
+    parser.add_argument("--architecture", choices=NAMES, default="x64")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
         CASES[options.case](Sdk(options, pathlib.Path(folder)))

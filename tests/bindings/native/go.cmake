@@ -41,6 +41,6 @@ if(CMAKE_CROSSCOMPILING_EMULATOR OR CMAKE_HOST_WIN32)
     NAME GoBinding.WritesLinesAndCallsTheLibrary
     COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/go_binding_tests.exe -test.v
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}/bindings/go)
-  set_tests_properties(GoBinding.WritesLinesAndCallsTheLibrary PROPERTIES TIMEOUT 120 LABELS bindings)
+  set_tests_properties(GoBinding.WritesLinesAndCallsTheLibrary PROPERTIES TIMEOUT ${DIALWRIGHT_TEST_TIMEOUT} LABELS bindings)
 endif()
 example_test(GoExample.FillsInAFormAndSaysWhyALineFails ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/go_fill_form.exe)
