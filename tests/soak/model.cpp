@@ -10,8 +10,6 @@ namespace {
 
 constexpr int kNoItem = -1;
 constexpr int kStatesOfThreeState = 3;
-/// The narrowest edit shows so many letters of any width left of its middle.
-constexpr std::size_t kShortText = 4;
 
 int FirstState(const FixtureControl& control) { return control.kind == ControlKind::Dropdown ? kNoItem : 0; }
 
@@ -26,7 +24,8 @@ std::string NameOf(const std::string& event) {
 /// What arises within other messages is left out, but for the clicks that a program hears of; so is what we ask, and
 /// what the system sends by itself (by number) when a window is restored.
 bool Counts(const std::string& name) {
-    if (name.ends_with(" BM_GETCHECK") || name.find(" 0x") != std::string::npos) return false;
+    if (name.starts_with("mark") || name.ends_with(" BM_GETCHECK") || name.find(" 0x") != std::string::npos)
+        return false;
     return !name.starts_with("inner ") || name.ends_with(" BN_CLICKED");
 }
 
@@ -34,32 +33,19 @@ std::string Shown(int value) { return std::to_string(value); }
 
 }  // namespace
 
-Model::Model(const Fixture& shown)
-    : fixture(shown), texts(shown.controls.size()), isAtEnd(shown.controls.size(), false), place(shown.place) {
+Model::Model(const Fixture& shown) : fixture(shown), texts(shown.controls.size()), place(shown.place) {
     for (const FixtureControl& control : fixture.controls) states.push_back(FirstState(control));
 }
 
-void Model::Type(std::size_t control, const std::wstring& text) {
-    texts[control] = texts[control].value_or(L"") + text;
-    isAtEnd[control] = texts[control]->size() <= kShortText;
-}
+void Model::Type(std::size_t control, const std::wstring& text) { texts[control] = text; }
 
-void Model::Clear(std::size_t control) {
-    texts[control] = L"";
-    isAtEnd[control] = true;
-}
+void Model::Clear(std::size_t control) { texts[control] = L""; }
 
 void Model::Click(std::size_t control) {
     // Twice, by the sent message and by the posted pair.
     const ControlKind kind = fixture.controls[control].kind;
     if (kind == ControlKind::ThreeState) states[control] = (states[control] + 2) % kStatesOfThreeState;
     if (kind == ControlKind::Radio) ClearRadiosBut(control);
-}
-
-void Model::Restore() {
-    // A dialog selects all of the edit that gets the focus, and the next letter would replace it.
-    if (minimized) isAtEnd.assign(isAtEnd.size(), false);
-    minimized = false;
 }
 
 void Model::SetState(std::size_t control, int state) { states[control] = state; }

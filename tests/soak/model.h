@@ -28,16 +28,15 @@ public:
     /// does.
     void SetState(std::size_t control, int state);
     void Move(const Rectangle& to) { place = to; }
-    void Minimize() { minimized = true; }
-    void Restore();
+    void SetMinimized(bool isMinimized) { minimized = isMinimized; }
 
     /// Messages that are received, as the practice target prints them, without their arguments.
     void Expect(const std::string& message, int count = 1) { expected[message].surely += count; }
     void ExpectPerhaps(const std::string& message) { ++expected[message].perhaps; }
 
-    [[nodiscard]] std::size_t LengthOfEdit(std::size_t control) const { return texts[control].value_or(L"").size(); }
-    /// Whether the caret is at the end of the text: a click in the middle moves it there only behind a short one.
-    [[nodiscard]] bool IsAtEnd(std::size_t control) const { return isAtEnd[control]; }
+    /// Text can be typed into an empty edit alone: in any other one the caret is where the last click or the return of
+    /// the focus has put it.
+    [[nodiscard]] bool IsEmpty(std::size_t control) const { return texts[control] == L""; }
     [[nodiscard]] bool IsMinimized() const { return minimized; }
     [[nodiscard]] const Rectangle& Place() const { return place; }
 
@@ -54,7 +53,6 @@ private:
     const Fixture& fixture;
     /// Nothing before its first command: the target has put a text there.
     std::vector<std::optional<std::wstring>> texts;
-    std::vector<bool> isAtEnd;
     /// The state of a check box or radio button, the item of a dropdown.
     std::vector<int> states;
     Rectangle place;

@@ -10,7 +10,6 @@ namespace {
 /// The timeout tells the command's number: long enough, and it stands in the trace.
 constexpr int kFirstTimeout = 100'000;
 constexpr std::wstring_view kLetters = L"abcXYZ019 %\"\\_\u00E4\u00E9\u65E5\u672C\u0416";
-constexpr std::size_t kMostShort = 4;
 constexpr int kMostJitter = 2;
 constexpr std::array<const wchar_t*, 3> kItems = {L"Alpha", L"Beta", L"Gamma"};
 constexpr std::array<const wchar_t*, 3> kItemsInOtherCase = {L"ALPHA", L"beta", L"gAMMA"};
@@ -131,7 +130,6 @@ void RandomCommands::NoteLookup(RandomCommand& command, const Address& address) 
         command.trace.push_back({"Window::FindControlByPosition", 1});
         command.trace.push_back({kEnumeration, kAnyCount});
         command.trace.push_back({"Window::FindControlByPosition", 1});
-        command.usesPosition = true;
     }
 }
 
@@ -148,18 +146,14 @@ RandomCommand RandomCommands::MakeEdit() {
     const FixtureControl& control = fixture.controls[index];
     const std::string id = std::to_string(control.id);
     const Address address = PickAddress(index);
-    const std::size_t length = model.LengthOfEdit(index);
     RandomCommand command;
-    if (!model.IsAtEnd(index) || length >= kMostShort || Below(3) == 0) {
+    if (!model.IsEmpty(index)) {
         command = BeginAt(address, L"Window.ClearText", L"Window.ClearText.%");
         command.trace.push_back({"Window::ClearTextHelper", 1});
         model.Clear(index);
         model.Expect("sent " + id + " WM_SETTEXT");
     } else {
-        const bool isLong = length == 0 && Below(20) == 0;
-        const std::wstring text =
-            PickText(isLong ? 20 + static_cast<std::size_t>(Below(40))
-                            : 1 + static_cast<std::size_t>(Below(static_cast<int>(kMostShort - length))));
+        const std::wstring text = PickText(1 + static_cast<std::size_t>(Below(Below(20) == 0 ? 60 : 6)));
         command = BeginAt(address, L"Window.SetText", L"Window.SetText.%");
         command.line += L" " + Quoted(text);
         command.trace.push_back({"Window::SetTextHelper", 1});
@@ -238,11 +232,13 @@ RandomCommand RandomCommands::MakeWindow() {
     if (model.IsMinimized() || Below(4) == 0) {
         command = Begin(L"Window.Restore");
         command.trace.push_back({"Window::RestoreWindow", 1});
-        model.Restore();
+        command.movesFocus = true;
+        model.SetMinimized(false);
     } else if (Below(3) == 0) {
         command = Begin(L"Window.Minimize");
         command.trace.push_back({"Window::MinimizeWindow", 1});
-        model.Minimize();
+        command.movesFocus = true;
+        model.SetMinimized(true);
     } else {
         const int x = Below(200) - 50;
         const int y = Below(200);

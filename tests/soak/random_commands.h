@@ -32,7 +32,8 @@ struct RandomCommand {
     std::optional<std::size_t> control;
     /// Leaves a click behind that has to be handled before the next command.
     bool clicks = false;
-    bool usesPosition = false;
+    /// Takes the focus from another window, or gives it to one, and with it a click that is under way there.
+    bool movesFocus = false;
 };
 
 /// Commands that the fixture can show, always the same ones from one seed, and what the fixture holds after them.

@@ -1,25 +1,20 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <memory>
 #include <random>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "dialwright/dialwright_loader.h"
-#include "platform/text_encoding.h"
 #include "process_figures.h"
-#include "random_commands.h"
-#include "support/practice_window.h"
 #include "support/soak.h"
 #include "support/temporary_folder.h"
 #include "support/wait.h"
-#include "trace_check.h"
+#include "worker.h"
 
 #include <fcntl.h>
 #include <io.h>
@@ -28,7 +23,6 @@ namespace dialwright::testing {
 namespace {
 
 constexpr int kWorkers = 4;
-constexpr int kCheckAllEvery = 50;
 
 std::uint64_t Seed() {
     if (const char* const given = std::getenv("DIALWRIGHT_SOAK_SEED")) return std::strtoull(given, nullptr, 10);
@@ -56,103 +50,10 @@ private:
     int saved = ::_dup(1);
 };
 
-/// The real library, loaded for as long as this lives: its trace is whole when it is gone.
-class Library {
-public:
-    Library() { EXPECT_EQ(1, DialwrightLoad(&library, nullptr, nullptr, 0)); }
-    ~Library() { DialwrightFree(&library); }
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
-
-    [[nodiscard]] int Execute(const std::wstring& line) const { return library.executeCommand(line.c_str()); }
-
-private:
-    DialwrightLibrary library{};
-};
-
-struct TargetFigures {
-    int threads = 0;
-    int handles = 0;
-};
-
 struct Figures {
     ProcessFigures host;
     std::vector<TargetFigures> targets;
 };
-
-/// A window of its own and the commands for it.
-class Worker {
-public:
-    Worker(bool isDialog, std::uint64_t itsSeed)
-        : seed(itsSeed),
-          target(isDialog ? kDialogClass : kPlainClass),
-          fixture(ReadFixture(target.Handle(), isDialog ? kDialogClass : kPlainClass, target.Title())),
-          commands(fixture, seed) {}
-
-    /// Carries out so many commands more, on the calling thread; stops at the first fault of any worker.
-    void Run(const Library& library, int count, std::atomic<bool>& failed) {
-        threads.push_back(::GetCurrentThreadId());
-        for (int i = 0; i < count && !failed; ++i) {
-            const RandomCommand command = commands.Next();
-            const int result = library.Execute(command.line);
-            const std::string wrong =
-                result == command.result ? FaultAfter(command) : "the result is " + std::to_string(result);
-            ++done;
-            lastLines += "\n" + ToUtf8(command.line);
-            if (wrong.empty()) continue;
-            failed = true;
-            fault = "command " + std::to_string(done) + ": " + wrong + LastWords();
-        }
-    }
-
-    /// What the target holds of the system, as it says itself.
-    [[nodiscard]] TargetFigures FiguresOfTarget() {
-        (void)target.TakeAllEvents();
-        target.Do(L"figures");
-        std::istringstream line(target.TakeAllEvents().front());
-        std::string word;
-        TargetFigures figures;
-        line >> word >> figures.threads >> figures.handles;
-        return figures;
-    }
-
-    [[nodiscard]] int Done() const { return done; }
-    [[nodiscard]] const std::string& Fault() const { return fault; }
-    [[nodiscard]] const std::vector<DWORD>& Threads() const { return threads; }
-    [[nodiscard]] WorkerTrace Trace() const { return {fixture, seed, done}; }
-
-private:
-    /// The lines and messages since all was checked last, for whoever has to find out why.
-    std::string LastWords() {
-        std::string words = lastLines;
-        for (const std::string& event : target.TakeAllEvents()) words += "\n    " + event;
-        return words;
-    }
-
-    std::string FaultAfter(const RandomCommand& command) {
-        // A click that is posted must be handled before the next one is sent.
-        if (command.clicks) target.Do(L"mark handled");
-        const Model& model = commands.Expected();
-        std::string wrong = command.control ? model.FaultOf(*command.control) : model.FaultOfWindow();
-        if (!wrong.empty() || (done + 1) % kCheckAllEvery != 0) return wrong;
-        lastLines.clear();
-        wrong = model.FaultOfAll();
-        std::vector<std::string> events = target.TakeAllEvents();
-        std::erase_if(events, [](const std::string& event) { return event.starts_with("mark "); });
-        return wrong.empty() ? commands.Expected().FaultOfMessages(events) : wrong;
-    }
-
-    std::uint64_t seed;
-    PracticeWindow target;
-    Fixture fixture;
-    RandomCommands commands;
-    std::atomic<int> done = 0;
-    std::string fault;
-    std::string lastLines;
-    std::vector<DWORD> threads;
-};
-
-using Workers = std::vector<std::unique_ptr<Worker>>;
 
 int DoneOfAll(const Workers& workers) {
     int sum = 0;
@@ -162,13 +63,13 @@ int DoneOfAll(const Workers& workers) {
 
 /// Lets each worker carry out so many commands on a thread of its own. Says how it goes every few seconds.
 void RunAll(Workers& workers, const Library& library, int each) {
-    std::atomic<bool> failed = false;
+    SoakRun run{.library = library, .workers = workers};
     std::atomic<int> running = kWorkers;
     const int before = DoneOfAll(workers);
     std::vector<std::thread> threads;
     for (const auto& worker : workers) {
         threads.emplace_back([&] {
-            worker->Run(library, each, failed);
+            worker->Run(run, each);
             --running;
         });
     }
@@ -229,12 +130,12 @@ void ExpectCompleteTrace(const Workers& workers) {
 }
 
 void Report(int count, ULONGLONG milliseconds, const Figures& before, const Figures& after) {
+    const double seconds = static_cast<double>(milliseconds) / 1000;
+    std::fprintf(stderr, "%d commands in %.1f s, %.0f a second\n", count, seconds, count / seconds);
     std::fprintf(
-        stderr,
-        "%d commands in %.1f s, %.0f a second; host: threads %u to %u, handles %u to %u, private %llu to %llu KiB\n",
-        count, static_cast<double>(milliseconds) / 1000, count * 1000.0 / static_cast<double>(milliseconds),
+        stderr, "host: threads %u to %u, handles %u to %u, private memory %llu to %llu KiB, GUI objects %u to %u\n",
         before.host.threads, after.host.threads, before.host.handles, after.host.handles,
-        before.host.privateBytes / 1024, after.host.privateBytes / 1024);
+        before.host.privateBytes / 1024, after.host.privateBytes / 1024, before.host.guiObjects, after.host.guiObjects);
     for (std::size_t i = 0; i < before.targets.size(); ++i) {
         std::fprintf(stderr, "target %zu: threads %d to %d, handles %d to %d\n", i, before.targets[i].threads,
                      after.targets[i].threads, before.targets[i].handles, after.targets[i].handles);
