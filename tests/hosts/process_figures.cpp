@@ -34,21 +34,37 @@ unsigned CountHandles() {
     return count;
 }
 
-unsigned long long AddressSpaceInUse() {
-    unsigned long long sum = 0;
+struct AddressSpace {
+    unsigned long long inUse = 0;
+    unsigned long long privateBytes = 0;
+};
+
+AddressSpace LookAtAddressSpace() {
+    AddressSpace sum;
     MEMORY_BASIC_INFORMATION region{};
     std::uintptr_t at = 0;
     while (::VirtualQuery(reinterpret_cast<const void*>(at), &region, sizeof region) != 0) {
-        if (region.State != MEM_FREE) sum += region.RegionSize;
+        if (region.State != MEM_FREE) sum.inUse += region.RegionSize;
+        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) sum.privateBytes += region.RegionSize;
         at = reinterpret_cast<std::uintptr_t>(region.BaseAddress) + region.RegionSize;
     }
     return sum;
 }
 
+unsigned CountGuiObjects() {
+    const HANDLE self = ::GetCurrentProcess();
+    return ::GetGuiResources(self, GR_GDIOBJECTS) + ::GetGuiResources(self, GR_USEROBJECTS);
+}
+
 }  // namespace
 
 ProcessFigures ProcessFigures::Now() {
-    return {.threads = CountThreads(), .handles = CountHandles(), .addressSpace = AddressSpaceInUse()};
+    const AddressSpace space = LookAtAddressSpace();
+    return {.threads = CountThreads(),
+            .handles = CountHandles(),
+            .addressSpace = space.inUse,
+            .privateBytes = space.privateBytes,
+            .guiObjects = CountGuiObjects()};
 }
 
 std::string ProcessFigures::Text() const {

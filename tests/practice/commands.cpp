@@ -9,6 +9,7 @@
 
 #include "layout.h"
 #include "platform/text_encoding.h"
+#include "process_figures.h"
 #include "recorder.h"
 
 namespace practice {
@@ -40,6 +41,7 @@ std::map<UINT_PTR, std::wstring>& Delayed() {
 }
 
 HWND delayedWindow = nullptr;
+constexpr UINT kExitCodeOfDeath = 99;
 
 void CALLBACK RunDelayed(HWND, UINT, UINT_PTR timer, DWORD) {
     ::KillTimer(nullptr, timer);
@@ -153,6 +155,11 @@ void RunCommand(HWND window, const std::wstring& line) {
         words >> milliseconds;
         Print("hanging");
         ::Sleep(milliseconds);
+    } else if (verb == L"die") {
+        ::TerminateProcess(::GetCurrentProcess(), kExitCodeOfDeath);
+    } else if (verb == L"figures") {
+        const auto figures = dialwright::testing::ProcessFigures::Now();
+        Print("figures " + std::to_string(figures.threads) + " " + std::to_string(figures.handles));
     } else if (verb == L"create") {
         CreateByCommand(window, words);
     } else {

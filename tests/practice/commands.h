@@ -15,6 +15,8 @@ namespace practice {
 ///   title TEXT | window SW_NUMBER | front | place X,Y,W,H
 ///   open CLASS TITLE                  one more top-level window, without controls
 ///   hang MS                           stops answering for so long
+///   die                               ends at once, as a program does that crashes
+///   figures                           prints "figures THREADS HANDLES"
 ///
 /// Prints "error ..." for anything else.
 void RunCommand(HWND window, const std::wstring& line);

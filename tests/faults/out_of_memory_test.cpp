@@ -1,0 +1,205 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+#include <string>
+
+#include "dialwright/dialwright.h"
+#include "failing_allocator.h"
+#include "script/dialog_script_manager.h"
+#include "support/log_capture.h"
+#include "support/practice_window.h"
+#include "support/temporary_folder.h"
+#include "support/windows_of_others.h"
+#include "trace/logger.h"
+#include "trace/trace.h"
+
+// The library is linked into this program, whose allocator fails where it is told to.
+namespace dialwright::testing {
+namespace {
+
+/// Far more than any call here allocates.
+constexpr int kGiveUpAt = 20'000;
+
+class OutOfMemory : public ::testing::TestWithParam<Failing> {
+protected:
+    void SetUp() override { ASSERT_EQ(1, TraceStart(folder.NarrowPath().c_str(), "x.log", "Dialwright")); }
+    void TearDown() override {
+        TraceStop();
+        ReleaseTrace();
+    }
+
+    /// Fails the call's allocations one by one until it passes through. Calls `check` after each failure, with what
+    /// the call logged. Returns how many failed.
+    template <class Call, class Check>
+    int FailOneByOne(Call call, Check check) {
+        for (int number = 1; number <= kGiveUpAt; ++number) {
+            const LogCapture log;
+            std::fprintf(stderr, "DBG %d\n", number);
+            const WatchedCall watched = CallWithFailure(number, GetParam(), call);
+            SCOPED_TRACE("allocation " + std::to_string(number));
+            EXPECT_EQ(0, watched.blocksLeft);
+            if (watched.allocations < number) return number - 1;
+            check(number, watched, log);
+            if (HasFailure()) break;
+        }
+        ADD_FAILURE() << "it never passes through";
+        return kGiveUpAt;
+    }
+
+    /// The allocations of a manager that is built and dropped, outside the boundary where exceptions end.
+    static int AllocationsOfTheManager() {
+        return CallWithFailure(0, Failing::OnlyThatOne,
+                               [] {
+                                   const DialogScriptManager manager;
+                                   return 1;
+                               })
+            .allocations;
+    }
+
+    /// A call of one of the four: while the manager is built the exception leaves; later it is told, and the call
+    /// fails, unless what had no memory was a line of the log.
+    int ExpectTheBoundary(const std::function<int()>& call, const std::string& activity,
+                          const std::function<bool()>& isDone) {
+        std::fprintf(stderr, "DBG A\n");
+        const int ofTheManager = AllocationsOfTheManager();
+        std::fprintf(stderr, "DBG B %d\n", ofTheManager);
+        EXPECT_GT(ofTheManager, 27);
+        std::fprintf(stderr, "DBG C\n");
+        const std::string told = "Exception during " + activity + ": std::bad_alloc";
+        std::fprintf(stderr, "DBG D\n");
+        return FailOneByOne(call, [&](int number, const WatchedCall& watched, const LogCapture& log) {
+            EXPECT_EQ(number <= ofTheManager, watched.threwBadAlloc);
+            if (watched.threwBadAlloc) return;
+            const bool isTold = log.Text().find(told) != std::string::npos;
+            EXPECT_EQ(isTold ? 0 : 1, watched.result);
+            if (!isTold) {
+                EXPECT_TRUE(isDone());
+            }
+        });
+    }
+
+    const TemporaryFolder folder;
+};
+
+int Execute(const std::wstring& line) { return ::ExecuteCommand(line.c_str()); }
+
+struct CommandRow {
+    const wchar_t* name;
+    const wchar_t* arguments;
+    std::function<bool(const PracticeWindow&)> isDone;
+};
+
+TEST_P(OutOfMemory, EndsACommandWith0AndTellsWhy) {
+    const PracticeWindow target(kPlainClass);
+    const std::wstring place = RectangleArgument(RelativeRectOf(target.Control(33)));
+    const std::wstring check = place + L" 0 1 20000";
+    const CommandRow rows[] = {
+        {L"Window.SetText", L"15 \"a text that is longer than what a string holds in itself\" 20000",
+         [](const auto& shown) { return !TextOf(shown.Control(15)).empty(); }},
+        {L"Window.ClearText.NonRegex", L"12 20000",
+         [](const auto& shown) { return TextOf(shown.Control(12)).empty(); }},
+        {L"Window.SetCheckbox.ByPath", L"23.1.1.2 1 20000",
+         [](const auto& shown) { return CheckStateOf(shown.Control(64)) == 1; }},
+        {L"Window.SetCheckbox.ByPosition", check.c_str(),
+         [](const auto& shown) { return CheckStateOf(shown.Control(33)) == 1; }},
+        {L"Window.SelectDropdown.Value", L"51 Gamma 20000",
+         [](const auto& shown) { return SelectionOf(shown.Control(51)) == 2; }},
+        {L"Window.Minimize", L"20000", [](const auto& shown) { return ::IsIconic(shown.Handle()) != FALSE; }},
+    };
+    for (const CommandRow& row : rows) {
+        const std::wstring line = target.Line(row.name, row.arguments);
+        const int failed =
+            ExpectTheBoundary([&] { return Execute(line); }, "command execution", [&] { return row.isDone(target); });
+        std::printf("%ls: %d allocations failed\n", row.name, failed);
+        EXPECT_TRUE(row.isDone(target)) << failed;
+    }
+}
+
+TEST_P(OutOfMemory, EndsACommandThatFailsAnywayWith0) {
+    const auto line = L"Window.SetText \"NoSuchClass\" \"a title that no window has, and long, too\" x text 1";
+    const int ofTheManager = AllocationsOfTheManager();
+    FailOneByOne([&] { return Execute(line); },
+                 [&](int number, const WatchedCall& watched, const LogCapture&) {
+                     EXPECT_EQ(number <= ofTheManager, watched.threwBadAlloc);
+                     EXPECT_EQ(watched.threwBadAlloc ? -1 : 0, watched.result);
+                 });
+}
+
+LONG CALLBACK DbgHandler(EXCEPTION_POINTERS* e) {
+    auto* sp = reinterpret_cast<unsigned long long*>(e->ContextRecord->Rsp);
+    if (e->ExceptionRecord->ExceptionCode != 0xC0000005) return 0;
+    for (int i = -6; i < 40; ++i) std::fprintf(stderr, "DBG [%d] %llx\n", i, sp[i]);
+    return 0;
+}
+TEST_P(OutOfMemory, EndsAValidationWith0AndTellsWhy) {
+    AddVectoredExceptionHandler(1, &DbgHandler);
+    std::fprintf(stderr, "DBG 0\n");
+    std::fflush(stderr);
+    const std::wstring line =
+        L"Window.SetText.Position \"SomeLongClassName\" \"a title of some length\" 1,2,3,4 5 text";
+    ExpectTheBoundary([&] { return ::ValidateCommand(line.c_str()); }, "command validation", [] { return true; });
+}
+
+TEST_P(OutOfMemory, EndsAScriptWith0) {
+    const PracticeWindow target(kPlainClass);
+    const std::wstring script = target.Line(L"Window.ClearText", L"15 20000") + L"\n" +
+                                target.Line(L"Window.SetText", L"15 secret 20000") + L"\n" +
+                                target.Line(L"Window.SetCheckbox", L"31 1 20000");
+    const int ofTheManager = AllocationsOfTheManager();
+    for (const auto run : {&::ExecuteScript, &::ValidateScript}) {
+        const int failed = FailOneByOne([&] { return run(script.c_str()); },
+                                        [&](int number, const WatchedCall& watched, const LogCapture& log) {
+                                            EXPECT_EQ(number <= ofTheManager, watched.threwBadAlloc);
+                                            EXPECT_EQ(std::string::npos, log.Text().find("secret"));
+                                            if (watched.threwBadAlloc) return;
+                                            const bool told = log.Text().find("std::bad_alloc") != std::string::npos;
+                                            EXPECT_EQ(told ? 0 : 1, watched.result);
+                                        });
+        std::printf("a script: %d allocations failed\n", failed);
+    }
+    EXPECT_EQ(L"secret", TextOf(target.Control(15)).substr(0, 6));
+    EXPECT_EQ(1, CheckStateOf(target.Control(31)));
+}
+
+TEST_P(OutOfMemory, LeavesProgramLaunchAsAnException) {
+    const std::wstring program = L"\"" + ProgramFolder() + L"practice_target.exe\"";
+    unsigned long process = 0;
+    const int failed = FailOneByOne([&] { return ::ProgramLaunch(program.c_str(), L"--help", &process); },
+                                    [&](int, const WatchedCall& watched, const LogCapture&) {
+                                        EXPECT_TRUE(watched.threwBadAlloc);
+                                        EXPECT_EQ(0U, process);
+                                    });
+    EXPECT_GE(failed, 2);
+    EXPECT_NE(0U, process);
+}
+
+TEST_P(OutOfMemory, LosesALineOfTheLogAndNothingElse) {
+    // Longer than what the logger has on its stack.
+    const std::wstring text(20'000, L'\x65E5');
+    const std::string narrow(20'000, 'n');
+    const int failed = FailOneByOne(
+        [&] {
+            TraceLog("Tag", LOG_ERROR, "%ls", text.c_str());
+            TraceLog("Tag", LOG_ERROR, "%s", narrow.c_str());
+            return 1;
+        },
+        [&](int, const WatchedCall& watched, const LogCapture&) {
+            EXPECT_FALSE(watched.threwBadAlloc);
+            EXPECT_EQ(1, watched.result);
+        });
+    EXPECT_GE(failed, 4);
+    TraceLog("Tag", LOG_INFO, "still alive");
+    TraceStop();
+    const std::vector<std::string> messages = ReadMessages(folder.File(L"x_1.log"));
+    ASSERT_GE(messages.size(), 2U);
+    EXPECT_EQ("Tag: still alive", messages[messages.size() - 2]);
+}
+
+INSTANTIATE_TEST_SUITE_P(FailingAllocator, OutOfMemory,
+                         ::testing::Values(Failing::OnlyThatOne, Failing::AllFromThatOneOn), [](const auto& info) {
+                             return info.param == Failing::OnlyThatOne ? "OneFails" : "AllFailFromOneOn";
+                         });
+
+}  // namespace
+}  // namespace dialwright::testing

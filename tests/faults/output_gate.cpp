@@ -1,0 +1,51 @@
+#include "output_gate.h"
+
+#include <cstdio>
+#include <stdexcept>
+#include <utility>
+
+#include <fcntl.h>
+#include <io.h>
+
+namespace dialwright::testing {
+namespace {
+
+constexpr int kStandardOutput = 1;
+constexpr unsigned kNextToNothing = 1;
+
+}  // namespace
+
+OutputGate::OutputGate(std::string itsWords, std::function<void()> action)
+    : words(std::move(itsWords)), then(std::move(action)), saved(::_dup(kStandardOutput)) {
+    std::fflush(stdout);
+    if (::_pipe(ends.data(), kNextToNothing, _O_BINARY | _O_NOINHERIT) != 0) throw std::runtime_error("no pipe");
+    ::_dup2(ends[1], kStandardOutput);
+    ::_close(ends[1]);
+    reader = std::thread([this] { Read(); });
+}
+
+OutputGate::~OutputGate() {
+    if (reader.joinable()) (void)Close();
+}
+
+const std::string& OutputGate::Close() {
+    std::fflush(stdout);
+    ::_dup2(saved, kStandardOutput);
+    ::_close(saved);
+    reader.join();
+    ::_close(ends[0]);
+    return text;
+}
+
+void OutputGate::Read() {
+    char byte = 0;
+    // Byte by byte: the rest of the message holds the writer while we act.
+    while (::_read(ends[0], &byte, 1) == 1) {
+        if (byte != '\r') text.push_back(byte);
+        if (reached || !text.ends_with(words)) continue;
+        reached = true;
+        then();
+    }
+}
+
+}  // namespace dialwright::testing

@@ -1,0 +1,173 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "process_figures.h"
+#include "support/soak.h"
+#include "support/temporary_folder.h"
+#include "support/wait.h"
+#include "worker.h"
+
+#include <fcntl.h>
+#include <io.h>
+
+namespace dialwright::testing {
+namespace {
+
+constexpr int kWorkers = 4;
+
+std::uint64_t Seed() {
+    if (const char* const given = std::getenv("DIALWRIGHT_SOAK_SEED")) return std::strtoull(given, nullptr, 10);
+    return IsSoak() ? std::random_device()() : 1;
+}
+
+/// Nobody reads the library's copies of its messages here.
+class OutputToNowhere {
+public:
+    OutputToNowhere() {
+        std::fflush(stdout);
+        const int nowhere = ::_open("NUL", _O_WRONLY | _O_BINARY);
+        ::_dup2(nowhere, 1);
+        ::_close(nowhere);
+    }
+    ~OutputToNowhere() {
+        std::fflush(stdout);
+        ::_dup2(saved, 1);
+        ::_close(saved);
+    }
+    OutputToNowhere(const OutputToNowhere&) = delete;
+    OutputToNowhere& operator=(const OutputToNowhere&) = delete;
+
+private:
+    int saved = ::_dup(1);
+};
+
+struct Figures {
+    ProcessFigures host;
+    std::vector<TargetFigures> targets;
+};
+
+int DoneOfAll(const Workers& workers) {
+    int sum = 0;
+    for (const auto& worker : workers) sum += worker->Done();
+    return sum;
+}
+
+/// Lets each worker carry out so many commands on a thread of its own. Says how it goes every few seconds.
+void RunAll(Workers& workers, const Library& library, int each) {
+    SoakRun run{.library = library, .workers = workers};
+    std::atomic<int> running = kWorkers;
+    const int before = DoneOfAll(workers);
+    std::vector<std::thread> threads;
+    for (const auto& worker : workers) {
+        threads.emplace_back([&] {
+            worker->Run(run, each);
+            --running;
+        });
+    }
+    const ULONGLONG begin = ::GetTickCount64();
+    constexpr DWORD kBetweenWordsMs = 5000;
+    while (!WaitUntil([&] { return running == 0; }, kBetweenWordsMs)) {
+        const int done = DoneOfAll(workers) - before;
+        std::fprintf(stderr, "%d of %d commands, %llu a second\n", done, each * kWorkers,
+                     static_cast<unsigned long long>(done) * 1000 / (::GetTickCount64() - begin));
+    }
+    for (std::thread& thread : threads) thread.join();
+}
+
+Figures TakeFigures(const Workers& workers) {
+    Figures figures;
+    for (const auto& worker : workers) figures.targets.push_back(worker->FiguresOfTarget());
+    figures.host = ProcessFigures::Now();
+    return figures;
+}
+
+std::wstring TraceFile() {
+    DWORD session = 0;
+    ::ProcessIdToSessionId(::GetCurrentProcessId(), &session);
+    return ProgramFolder() + L"logs\\trace\\soak_tests.exe_" + std::to_wstring(session) + L"_Dialwright_1.log";
+}
+
+void DeleteTrace() {
+    const std::wstring stem = TraceFile().substr(0, TraceFile().size() - 6);
+    for (const wchar_t* end : {L"_1.log", L"_2.log", L"_1_error.log", L"_2_error.log"}) {
+        ::DeleteFileW((stem + end).c_str());
+    }
+}
+
+void ExpectNoGrowth(const Figures& before, const Figures& after) {
+    EXPECT_LE(after.host.threads, before.host.threads);
+    EXPECT_LE(after.host.handles, before.host.handles);
+    EXPECT_LE(after.host.guiObjects, before.host.guiObjects);
+    constexpr unsigned long long kAllowance = 4ULL * 1024 * 1024;
+    EXPECT_LE(after.host.privateBytes, before.host.privateBytes + kAllowance);
+    constexpr int kFewHandles = 8;
+    for (std::size_t i = 0; i < before.targets.size(); ++i) {
+        EXPECT_LE(after.targets[i].threads, before.targets[i].threads);
+        EXPECT_LE(after.targets[i].handles, before.targets[i].handles + kFewHandles);
+    }
+}
+
+void ExpectCompleteTrace(const Workers& workers) {
+    std::map<std::uint32_t, std::size_t> workerOfThread;
+    std::vector<WorkerTrace> traces;
+    for (const auto& worker : workers) {
+        for (const DWORD thread : worker->Threads()) workerOfThread[thread] = traces.size();
+        traces.push_back(worker->Trace());
+    }
+    const TraceVerdict verdict = CheckTrace(TraceFile(), workerOfThread, traces);
+    EXPECT_EQ("", verdict.fault);
+    std::fprintf(stderr, "trace: %llu records, %llu MB, %d rotations\n", verdict.records, verdict.bytes / 1'000'000,
+                 verdict.rotations);
+}
+
+void Report(int count, ULONGLONG milliseconds, const Figures& before, const Figures& after) {
+    const double seconds = static_cast<double>(milliseconds) / 1000;
+    std::fprintf(stderr, "%d commands in %.1f s, %.0f a second\n", count, seconds, count / seconds);
+    std::fprintf(
+        stderr, "host: threads %u to %u, handles %u to %u, private memory %llu to %llu KiB, GUI objects %u to %u\n",
+        before.host.threads, after.host.threads, before.host.handles, after.host.handles,
+        before.host.privateBytes / 1024, after.host.privateBytes / 1024, before.host.guiObjects, after.host.guiObjects);
+    for (std::size_t i = 0; i < before.targets.size(); ++i) {
+        std::fprintf(stderr, "target %zu: threads %d to %d, handles %d to %d\n", i, before.targets[i].threads,
+                     after.targets[i].threads, before.targets[i].handles, after.targets[i].handles);
+    }
+}
+
+TEST(Soak, RandomCommandsFromFourThreadsEachHaveTheRightResultAndLeaveATraceAndNothingElse) {
+    const std::uint64_t seed = Seed();
+    std::fprintf(stderr, "DIALWRIGHT_SOAK_SEED=%llu\n", static_cast<unsigned long long>(seed));
+    const int warmUp = Rounds(100, 2'500);
+    const int each = Rounds(400, 50'000);
+    DeleteTrace();
+    Workers workers;
+    {
+        const OutputToNowhere quiet;
+        const Library library;
+        for (int i = 0; i < kWorkers; ++i) {
+            workers.push_back(std::make_unique<Worker>(i % 2 == 0, seed * kWorkers + static_cast<std::uint64_t>(i)));
+        }
+        RunAll(workers, library, warmUp);
+        const Figures before = TakeFigures(workers);
+        const ULONGLONG begin = ::GetTickCount64();
+        RunAll(workers, library, each);
+        const ULONGLONG end = ::GetTickCount64();
+        const Figures after = TakeFigures(workers);
+        Report(each * kWorkers, end - begin, before, after);
+        ExpectNoGrowth(before, after);
+    }
+    for (const auto& worker : workers) EXPECT_EQ("", worker->Fault());
+    ExpectCompleteTrace(workers);
+    if (!HasFailure()) DeleteTrace();
+}
+
+}  // namespace
+}  // namespace dialwright::testing
