@@ -46,7 +46,7 @@ GROWTHS = (
            (Curve("script", "ours", "all of it"), Curve("script", "peer", "its tokens"))),
     Growth("threads", "Threads that validate 500 lines each", "threads", "ms", (1, 2, 4, 8, 16),
            (Curve("threads", "ours", "until all have done"),)),
-    Growth("log", "Trace lines", "lines in the file", "ms", (25_000, 100_000, 400_000, 1_600_000),
+    Growth("log", "Trace lines", "lines in the file", "ms", (50_000, 100_000, 200_000, 400_000, 800_000),
            (Curve("log", "ours", "until all are in the file"),)),
 )
 QUICK_SIZES = (1, 2, 3, 4)
