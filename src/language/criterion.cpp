@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "language/expression.h"
+
 namespace dialwright {
 namespace {
 
@@ -51,7 +53,7 @@ bool IsTooComplex(const std::wstring& pattern, std::size_t stackBytes) {
 
 std::wregex CompileCriterion(const std::wstring& pattern, std::size_t stackBytes) {
     if (IsTooComplex(pattern, stackBytes)) throw std::regex_error(std::regex_constants::error_complexity);
-    return std::wregex(pattern, std::regex_constants::icase);
+    return CompileExpression(pattern, std::regex_constants::icase);
 }
 
 bool MatchesWhole(const wchar_t* text, const std::wregex& expression) { return std::regex_match(text, expression); }

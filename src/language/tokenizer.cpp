@@ -5,6 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "language/expression.h"
+
 namespace dialwright {
 namespace {
 
@@ -30,7 +32,7 @@ std::wstring Unescape(std::wstring_view inside) {
 
 template <class Visit>
 void ForEachToken(const std::wstring& line, Visit&& visit) {
-    const std::wregex expression(kTokenPattern);
+    const std::wregex expression = CompileExpression(kTokenPattern, std::regex_constants::ECMAScript);
     for (std::wsregex_iterator match(line.begin(), line.end(), expression), end; match != end; ++match) {
         const auto& inside = (*match)[kQuotedInside];
         const auto& run = (*match)[kPlainRun];

@@ -15,34 +15,46 @@ struct Watch {
     int allocations = 0;
     int frees = 0;
     int refused = 0;
+    std::size_t givenBack = 0;
 };
 
 thread_local Watch watch;
 
-bool MustFail() noexcept {
-    if (!watch.on) return false;
-    ++watch.allocations;
-    if (watch.failingNumber == 0) return false;
-    const bool fails = watch.failing == Failing::OnlyThatOne ? watch.allocations == watch.failingNumber
-                                                             : watch.allocations >= watch.failingNumber;
-    if (fails) ++watch.refused;
-    return fails;
+bool HasRoom(std::size_t size) noexcept {
+    if (watch.failingNumber == 0 || watch.allocations < watch.failingNumber) return true;
+    if (watch.failing == Failing::OnlyThatOne) return watch.allocations != watch.failingNumber;
+    if (watch.givenBack < size) return false;
+    watch.givenBack -= size;
+    return true;
 }
 
-void* Allocate(std::size_t size) noexcept { return MustFail() ? nullptr : std::malloc(size == 0 ? 1 : size); }
-
-void* AllocateAligned(std::size_t size, std::align_val_t alignment) noexcept {
-    if (MustFail()) return nullptr;
-    return ::_aligned_malloc(size == 0 ? 1 : size, static_cast<std::size_t>(alignment));
+void* Allocate(std::size_t size) noexcept {
+    if (watch.on) {
+        ++watch.allocations;
+        if (!HasRoom(size)) {
+            ++watch.refused;
+            return nullptr;
+        }
+    }
+    return std::malloc(size == 0 ? 1 : size);
 }
 
-void CountFree(const void* block) noexcept {
-    if (watch.on && block != nullptr) ++watch.frees;
+void Free(void* block) noexcept {
+    if (watch.on && block != nullptr) {
+        ++watch.frees;
+        if (watch.allocations >= watch.failingNumber) watch.givenBack += ::_msize(block);
+    }
+    std::free(block);
 }
 
-void* OrThrow(void* block) {
-    if (block == nullptr) throw std::bad_alloc();
-    return block;
+/// As the language has it: the handler may find memory, or throws.
+void* AllocateOrThrow(std::size_t size) {
+    for (;;) {
+        if (void* const block = Allocate(size)) return block;
+        const std::new_handler handler = std::get_new_handler();
+        if (handler == nullptr) throw std::bad_alloc();
+        handler();
+    }
 }
 
 }  // namespace
@@ -59,37 +71,7 @@ void EndWatching(WatchedCall& call) noexcept {
 
 }  // namespace dialwright::testing
 
-// The whole program's. Each form that the language has ends here, so that none is missed.
-using dialwright::testing::Allocate;
-using dialwright::testing::AllocateAligned;
-using dialwright::testing::CountFree;
-using dialwright::testing::OrThrow;
-
-void* operator new(std::size_t size) { return OrThrow(Allocate(size)); }
-void* operator new[](std::size_t size) { return OrThrow(Allocate(size)); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
-void* operator new(std::size_t size, std::align_val_t alignment) { return OrThrow(AllocateAligned(size, alignment)); }
-void* operator new[](std::size_t size, std::align_val_t alignment) { return OrThrow(AllocateAligned(size, alignment)); }
-
-void operator delete(void* block) noexcept {
-    CountFree(block);
-    std::free(block);
-}
-void operator delete[](void* block) noexcept { ::operator delete(block); }
-void operator delete(void* block, std::size_t) noexcept { ::operator delete(block); }
-void operator delete[](void* block, std::size_t) noexcept { ::operator delete(block); }
-void operator delete(void* block, const std::nothrow_t&) noexcept { ::operator delete(block); }
-void operator delete[](void* block, const std::nothrow_t&) noexcept { ::operator delete(block); }
-
-void operator delete(void* block, std::align_val_t) noexcept {
-    CountFree(block);
-    ::_aligned_free(block);
-}
-void operator delete[](void* block, std::align_val_t alignment) noexcept { ::operator delete(block, alignment); }
-void operator delete(void* block, std::size_t, std::align_val_t alignment) noexcept {
-    ::operator delete(block, alignment);
-}
-void operator delete[](void* block, std::size_t, std::align_val_t alignment) noexcept {
-    ::operator delete(block, alignment);
-}
+// The whole program's; the forms of the language that are not here end in these.
+void* operator new(std::size_t size) { return dialwright::testing::AllocateOrThrow(size); }
+void operator delete(void* block) noexcept { dialwright::testing::Free(block); }
+void operator delete(void* block, std::size_t) noexcept { dialwright::testing::Free(block); }

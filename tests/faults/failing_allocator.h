@@ -7,7 +7,11 @@
 namespace dialwright::testing {
 
 /// Which of this thread's allocations fail while a call is watched, counted from 1.
-enum class Failing : std::uint8_t { OnlyThatOne, AllFromThatOneOn };
+enum class Failing : std::uint8_t {
+    OnlyThatOne,
+    /// From then on there is as much memory as is given back.
+    HeapIsFull,
+};
 
 struct WatchedCall {
     int allocations = 0;

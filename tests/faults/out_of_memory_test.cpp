@@ -1,14 +1,17 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cwchar>
 #include <functional>
 #include <string>
 
 #include "dialwright/dialwright.h"
 #include "failing_allocator.h"
+#include "language/criterion.h"
 #include "script/dialog_script_manager.h"
 #include "support/log_capture.h"
 #include "support/practice_window.h"
+#include "support/soak.h"
 #include "support/temporary_folder.h"
 #include "support/windows_of_others.h"
 #include "trace/logger.h"
@@ -20,6 +23,8 @@ namespace {
 
 /// Far more than any call here allocates.
 constexpr int kGiveUpAt = 20'000;
+/// Of the allocations the suite takes a sample, and these one by one: an expression is compiled among them.
+constexpr int kOneByOneUpTo = 140;
 
 class OutOfMemory : public ::testing::TestWithParam<Failing> {
 protected:
@@ -33,15 +38,16 @@ protected:
     /// the call logged. Returns how many failed.
     template <class Call, class Check>
     int FailOneByOne(Call call, Check check) {
-        for (int number = 1; number <= kGiveUpAt; ++number) {
+        int failed = 0;
+        for (int number = 1; number <= kGiveUpAt; number += number < oneByOneUpTo ? 1 : Rounds(17, 1)) {
             const LogCapture log;
-            std::fprintf(stderr, "DBG %d\n", number);
             const WatchedCall watched = CallWithFailure(number, GetParam(), call);
             SCOPED_TRACE("allocation " + std::to_string(number));
             EXPECT_EQ(0, watched.blocksLeft);
-            if (watched.allocations < number) return number - 1;
+            if (watched.allocations < number) return failed;
+            ++failed;
             check(number, watched, log);
-            if (HasFailure()) break;
+            if (HasFailure()) return failed;
         }
         ADD_FAILURE() << "it never passes through";
         return kGiveUpAt;
@@ -61,13 +67,9 @@ protected:
     /// fails, unless what had no memory was a line of the log.
     int ExpectTheBoundary(const std::function<int()>& call, const std::string& activity,
                           const std::function<bool()>& isDone) {
-        std::fprintf(stderr, "DBG A\n");
         const int ofTheManager = AllocationsOfTheManager();
-        std::fprintf(stderr, "DBG B %d\n", ofTheManager);
         EXPECT_GT(ofTheManager, 27);
-        std::fprintf(stderr, "DBG C\n");
         const std::string told = "Exception during " + activity + ": std::bad_alloc";
-        std::fprintf(stderr, "DBG D\n");
         return FailOneByOne(call, [&](int number, const WatchedCall& watched, const LogCapture& log) {
             EXPECT_EQ(number <= ofTheManager, watched.threwBadAlloc);
             if (watched.threwBadAlloc) return;
@@ -80,6 +82,7 @@ protected:
     }
 
     const TemporaryFolder folder;
+    int oneByOneUpTo = kOneByOneUpTo;
 };
 
 int Execute(const std::wstring& line) { return ::ExecuteCommand(line.c_str()); }
@@ -95,7 +98,7 @@ TEST_P(OutOfMemory, EndsACommandWith0AndTellsWhy) {
     const std::wstring place = RectangleArgument(RelativeRectOf(target.Control(33)));
     const std::wstring check = place + L" 0 1 20000";
     const CommandRow rows[] = {
-        {L"Window.SetText", L"15 \"a text that is longer than what a string holds in itself\" 20000",
+        {L"Window.SetText", L"15 \"longer than a small string\" 20000",
          [](const auto& shown) { return !TextOf(shown.Control(15)).empty(); }},
         {L"Window.ClearText.NonRegex", L"12 20000",
          [](const auto& shown) { return TextOf(shown.Control(12)).empty(); }},
@@ -113,11 +116,12 @@ TEST_P(OutOfMemory, EndsACommandWith0AndTellsWhy) {
             ExpectTheBoundary([&] { return Execute(line); }, "command execution", [&] { return row.isDone(target); });
         std::printf("%ls: %d allocations failed\n", row.name, failed);
         EXPECT_TRUE(row.isDone(target)) << failed;
+        oneByOneUpTo = 0;
     }
 }
 
 TEST_P(OutOfMemory, EndsACommandThatFailsAnywayWith0) {
-    const auto line = L"Window.SetText \"NoSuchClass\" \"a title that no window has, and long, too\" x text 1";
+    const std::wstring line = L"Window.SetText \"NoSuchClass\" \"a title that no window has, and long, too\" x text 1";
     const int ofTheManager = AllocationsOfTheManager();
     FailOneByOne([&] { return Execute(line); },
                  [&](int number, const WatchedCall& watched, const LogCapture&) {
@@ -126,15 +130,7 @@ TEST_P(OutOfMemory, EndsACommandThatFailsAnywayWith0) {
                  });
 }
 
-LONG CALLBACK DbgHandler(EXCEPTION_POINTERS* e) {
-    auto* sp = reinterpret_cast<unsigned long long*>(e->ContextRecord->Rsp);
-    if (e->ExceptionRecord->ExceptionCode != 0xC0000005) return 0;
-    for (int i = -6; i < 40; ++i) std::fprintf(stderr, "DBG [%d] %llx\n", i, sp[i]);
-    return 0;
-}
 TEST_P(OutOfMemory, EndsAValidationWith0AndTellsWhy) {
-    AddVectoredExceptionHandler(1, &DbgHandler);
-    std::fprintf(stderr, "DBG 0\n");
     std::fflush(stderr);
     const std::wstring line =
         L"Window.SetText.Position \"SomeLongClassName\" \"a title of some length\" 1,2,3,4 5 text";
@@ -157,6 +153,7 @@ TEST_P(OutOfMemory, EndsAScriptWith0) {
                                             EXPECT_EQ(told ? 0 : 1, watched.result);
                                         });
         std::printf("a script: %d allocations failed\n", failed);
+        oneByOneUpTo = 0;
     }
     EXPECT_EQ(L"secret", TextOf(target.Control(15)).substr(0, 6));
     EXPECT_EQ(1, CheckStateOf(target.Control(31)));
@@ -196,9 +193,25 @@ TEST_P(OutOfMemory, LosesALineOfTheLogAndNothingElse) {
     EXPECT_EQ("Tag: still alive", messages[messages.size() - 2]);
 }
 
-INSTANTIATE_TEST_SUITE_P(FailingAllocator, OutOfMemory,
-                         ::testing::Values(Failing::OnlyThatOne, Failing::AllFromThatOneOn), [](const auto& info) {
-                             return info.param == Failing::OnlyThatOne ? "OneFails" : "AllFailFromOneOn";
+TEST(ExpressionReserve, HoldsTheLargestExpressionsOfEveryKind) {
+    constexpr std::size_t kStack = 8'000'000;
+    for (const wchar_t* const piece : {L"a", L"a*", L"a+?", L"a{2,3}", L"(a)", L"(?:a)", L"a|", L"[a]", L"[a-z]",
+                                       L"[^\\w]", L"\\d", L"\\b", L".", L"^", L"(a*)?", L"[[:alpha:]]"}) {
+        std::wstring pattern;
+        while (pattern.size() + std::wcslen(piece) < kMostPatternUnits) pattern += piece;
+        // All behind the reserve itself is refused, so that the reserve is all there is.
+        constexpr int kBehindTheReserve = 2;
+        const WatchedCall watched = CallWithFailure(kBehindTheReserve, Failing::HeapIsFull, [&] {
+            return CompileCriterion(pattern, kStack).mark_count() < kMostPatternUnits ? 1 : 0;
+        });
+        EXPECT_EQ(1, watched.result) << ::testing::PrintToString(piece);
+        EXPECT_EQ(0, watched.blocksLeft) << ::testing::PrintToString(piece);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(FailingAllocator, OutOfMemory, ::testing::Values(Failing::OnlyThatOne, Failing::HeapIsFull),
+                         [](const auto& info) {
+                             return info.param == Failing::OnlyThatOne ? "OneFails" : "HeapIsFull";
                          });
 
 }  // namespace
