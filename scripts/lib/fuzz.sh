@@ -33,7 +33,7 @@ command_fuzz() {
     fi
     ensure_tools "${fuzz_tools[@]}" /usr/lib/wine/wine64:wine64
     build_fuzz
-    build_preset x64-release fuzz_exports
+    build_preset x64-release fuzz_exports practice_target
     start_wine fuzz null
     # Hours may pass, and others want to build meanwhile.
     exec 9>&-
