@@ -10,7 +10,9 @@ MOST_BYTES_OF_A_TARGET = 16_000
 
 
 def line_of(data):
-    return data.decode("latin-1").encode("unicode_escape").decode("ascii")
+    """As Python writes bytes; an editor must not take a blank from the end."""
+    line = data.decode("latin-1").encode("unicode_escape").decode("ascii")
+    return line[:-1] + "\\x20" if line.endswith(" ") else line
 
 
 def read(path):
@@ -39,7 +41,7 @@ def keep(targets):
         subprocess.run([str(part) for part in command], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                        check=True, timeout=900)
         lines, used = [], 0
-        for data in sorted((file.read_bytes() for file in merged.iterdir()), key=lambda data: (len(data), data)):
+        for data in sorted(filter(None, (file.read_bytes() for file in merged.iterdir())), key=lambda d: (len(d), d)):
             line = line_of(data)
             used += len(line) + 1
             if used > MOST_BYTES_OF_A_TARGET:

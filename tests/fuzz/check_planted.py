@@ -45,6 +45,9 @@ def faults_of_none(house, state):
         totals.append(json.loads(result.stdout))
     if not 0 < totals[0]["executions"] < totals[1]["executions"]:
         yield f"two runs are not added up: {totals}"
+    table = fuzz(house, state, "data_dump", "--table").stdout
+    if f"| all | | | {totals[1]['executions']:,} |" not in table:
+        yield f"the table does not hold the sum: {table}"
 
 
 def faults_of_usage(house, state):
