@@ -78,7 +78,7 @@ emulate() {
 }
 
 make_wine10() {
-    fetch_wine10 "$1" "$2"
+    fetch_wine10 "$1" "$2" || { echo "dev: Wine 10 for $1 cannot be had from Debian's archive"; return 1; }
     unpack_wine10 "$1" "$2"
     rm -rf "$2/packages" "$2/apt"
     touch "$2/complete"
