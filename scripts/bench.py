@@ -38,6 +38,7 @@ class Sizes:
     children: int
     depth: int
     part_pairs: int
+    script_pairs: int
     validated_lines: int
     refusals: int
 
@@ -49,9 +50,10 @@ class Sizes:
 
 FULL = Sizes(runs=9, lines=400_000, messages=100_000, script_lines=1000, controls=1000, checked_lines=100_000,
              command_pairs=100, characters=1000, windows=300, children=1000, depth=10, part_pairs=5,
-             validated_lines=10_000, refusals=5000)
+             script_pairs=2, validated_lines=10_000, refusals=5000)
 QUICK = Sizes(runs=1, lines=4_000, messages=2_000, script_lines=100, controls=50, checked_lines=1000, command_pairs=5,
-              characters=50, windows=20, children=50, depth=5, part_pairs=2, validated_lines=200, refusals=50)
+              characters=50, windows=20, children=50, depth=5, part_pairs=2, script_pairs=2,
+              validated_lines=200, refusals=50)
 
 
 GROWTH_RUNS = 3

@@ -44,5 +44,5 @@ def measure_parts(programs, sizes):
 
 
 def measure_script(programs, sizes):
-    yield from values_of(run_script(programs, "script", sizes.validated_lines, sizes.part_pairs), UNITS.get)
+    yield from values_of(run_script(programs, "script", sizes.validated_lines, sizes.script_pairs), UNITS.get)
     yield from values_of(run_script(programs, "refused", 1, sizes.refusals), UNITS.get)

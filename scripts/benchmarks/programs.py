@@ -8,7 +8,7 @@ import subprocess
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-TIME_LIMIT_S = 120
+TIME_LIMIT_S = 300
 
 
 class Void(Exception):
