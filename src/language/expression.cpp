@@ -8,9 +8,9 @@
 namespace dialwright {
 namespace {
 
-// Generous: 96 bytes a unit are enough for libc++ on x64, 48 are not.
-constexpr std::size_t kReservedAnyway = std::size_t{16} * 1024;
-constexpr std::size_t kReservedPerUnit = 256;
+// 96 bytes a unit are enough for libc++ on x64, 48 are not; and 512 for what comes with it.
+constexpr std::size_t kReservedAnyway = 1024;
+constexpr std::size_t kReservedPerUnit = 128;
 
 /// Memory that is set aside: while this lives, the first allocation of its thread that finds none left frees it and is
 /// tried again.

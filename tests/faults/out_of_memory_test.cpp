@@ -193,19 +193,24 @@ TEST_P(OutOfMemory, LosesALineOfTheLogAndNothingElse) {
     EXPECT_EQ("Tag: still alive", messages[messages.size() - 2]);
 }
 
-TEST(ExpressionReserve, HoldsTheLargestExpressionsOfEveryKind) {
+/// Compiles with nothing but the reserve to compile from.
+void ExpectToFitTheReserve(const std::wstring& pattern) {
     constexpr std::size_t kStack = 8'000'000;
+    constexpr int kBehindTheReserve = 2;
+    const WatchedCall watched = CallWithFailure(kBehindTheReserve, Failing::HeapIsFull, [&] {
+        return CompileCriterion(pattern, kStack).mark_count() < kMostPatternUnits ? 1 : 0;
+    });
+    EXPECT_EQ(1, watched.result) << ::testing::PrintToString(pattern.substr(0, 20));
+    EXPECT_EQ(0, watched.blocksLeft);
+}
+
+TEST(ExpressionReserve, HoldsSmallAndLargeExpressionsOfEveryKind) {
     for (const wchar_t* const piece : {L"a", L"a*", L"a+?", L"a{2,3}", L"(a)", L"(?:a)", L"a|", L"[a]", L"[a-z]",
                                        L"[^\\w]", L"\\d", L"\\b", L".", L"^", L"(a*)?", L"[[:alpha:]]"}) {
+        ExpectToFitTheReserve(piece);
         std::wstring pattern;
         while (pattern.size() + std::wcslen(piece) < kMostPatternUnits) pattern += piece;
-        // All behind the reserve itself is refused, so that the reserve is all there is.
-        constexpr int kBehindTheReserve = 2;
-        const WatchedCall watched = CallWithFailure(kBehindTheReserve, Failing::HeapIsFull, [&] {
-            return CompileCriterion(pattern, kStack).mark_count() < kMostPatternUnits ? 1 : 0;
-        });
-        EXPECT_EQ(1, watched.result) << ::testing::PrintToString(piece);
-        EXPECT_EQ(0, watched.blocksLeft) << ::testing::PrintToString(piece);
+        ExpectToFitTheReserve(pattern);
     }
 }
 

@@ -79,6 +79,7 @@ void RunAll(Workers& workers, const Library& library, int each) {
         const int done = DoneOfAll(workers) - before;
         std::fprintf(stderr, "%d of %d commands, %llu a second\n", done, each * kWorkers,
                      static_cast<unsigned long long>(done) * 1000 / (::GetTickCount64() - begin));
+        std::fflush(stderr);
     }
     for (std::thread& thread : threads) thread.join();
 }
