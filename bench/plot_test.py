@@ -17,31 +17,31 @@ MEASURED = {growth.key: {"sizes": list(growth.sizes),
             for growth in GROWTHS}
 
 
-class Plots(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
+def drawn(measured=MEASURED):
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name)
+        draw_growth(measured, folder)
+        return {path.name: path.read_text() for path in folder.iterdir()}
 
-    def drawn(self, name, measured=None):
-        draw_growth(measured or MEASURED, self.folder / name)
-        return {path.name: path.read_text() for path in (self.folder / name).iterdir()}
+
+class Plots(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.plots = drawn()
 
     def test_the_same_figures_make_the_same_bytes(self):
-        self.assertEqual(self.drawn("one"), self.drawn("two"))
+        self.assertEqual(self.plots, drawn())
 
     def test_other_figures_make_other_bytes(self):
         other = {key: one | {"curves": {title: [value * value for value in values]
                                         for title, values in one["curves"].items()}}
                  for key, one in MEASURED.items()}
-        before, after = self.drawn("one"), self.drawn("two", other)
-        for name, text in before.items():
-            self.assertNotEqual(text, after[name], name)
+        for name, text in drawn(other).items():
+            self.assertNotEqual(text, self.plots[name], name)
 
     def test_a_plot_names_its_sizes_and_its_curves(self):
-        drawn = self.drawn("one")
         for growth in GROWTHS:
-            text = drawn[f"growth-{growth.key}.svg"]
+            text = self.plots[f"growth-{growth.key}.svg"]
             for word in (growth.title, growth.what, *(f"{size:,}" for size in growth.sizes),
                          *(curve.title for curve in growth.curves)):
                 self.assertIn(f">{word}<", text)
