@@ -14,17 +14,42 @@ run_random_commands() {
 run_soak() {
     export DIALWRIGHT_SOAK=1
     timeout 3600 "$root/scripts/wine-run" ./trace_tests.exe --gtest_filter="$soak_tests" &&
+        timeout 1800 "$root/scripts/wine-run" ./out_of_memory_tests.exe &&
         timeout 600 "$root/scripts/wine-run" ./tool_tests.exe --gtest_filter="$tool_soak_tests"
 }
 
-command_soak() {
-    refuse_arguments "$@"
-    ensure_tools "${test_tools[@]}"
-    cd "$root"
-    build_preset x64-release trace_tests
-    build_preset x64-release tool_tests
-    build_preset x64-release soak_tests
-    build_preset x64-release practice_target
+# Programs that between them use all of src/. Dumps take too long with every block checked.
+heap_programs=(core_tests trace_unit_tests trace_tests dll_tests run_tests trace_reader_tests fault_tests
+    out_of_memory_tests)
+no_dumps='-Crash*:*Dump*'
+
+# Wine tells of a damaged block when it is freed, and of a free one that was written to.
+run_heap_checked() {
+    export WINEDEBUG=-all,err+heap
+    timeout 1200 "$root/scripts/wine-run" "./$1.exe" --gtest_filter="$no_dumps"
+}
+
+# In a prefix of its own, whose programs have the tail of each block and all free ones filled and checked.
+soak_heap() {
+    local key='HKLM\System\CurrentControlSet\Control\Session Manager' program
+    for program in "${heap_programs[@]}" heap_overrun_host; do build_preset x64-release "$program"; done
+    start_wine heap null
+    step "Turning Wine's heap checks on" wine reg add "$key" /v GlobalFlag /t REG_DWORD /d 0x70 /f
+    keep_desktop_up "$root/build/x64-release/bin/practice_target.exe"
+    cd "$root/build/x64-release/bin"
+    WINEDEBUG=-all,err+heap timeout 60 "$root/scripts/wine-run" ./heap_overrun_host.exe >"$logs/overrun.log" 2>&1 \
+        </dev/null 9>&- || true
+    grep -q 'err:heap:.*invalid block tail' "$logs/overrun.log" || die "a byte behind a block goes unnoticed"
+    for program in "${heap_programs[@]}"; do
+        step "Checking the heap in $program" run_heap_checked "$program"
+        if grep 'err:heap' "$logs/Checking-the-heap-in-$program.log" >&2; then die "$program damages its heap"; fi
+    done
+    say "No program has damaged its heap."
+}
+
+soak_all() {
+    local program
+    for program in trace_tests tool_tests soak_tests out_of_memory_tests; do build_preset x64-release "$program"; done
     start_wine test null
     keep_desktop_up "$root/build/x64-release/bin/practice_target.exe"
     cd "$root/build/x64-release/bin"
@@ -32,4 +57,17 @@ command_soak() {
     grep -E '^DIALWRIGHT_SOAK_SEED|commands in|^host: |^target |^trace: ' "$logs/200-000-random-commands.log" | tr -d '\r'
     step "Soaking (about ten minutes)" run_soak
     grep -E '^[0-9]+ cycles: |OK \]|PASSED' "$logs/Soaking--about-ten-minutes-.log" | tr -d '\r'
+}
+
+command_soak() {
+    local what=soak_all
+    if [ "${1:-}" = --heap-checks ]; then
+        what=soak_heap
+        shift
+    fi
+    refuse_arguments "$@"
+    ensure_tools "${test_tools[@]}"
+    cd "$root"
+    build_preset x64-release practice_target
+    "$what"
 }
