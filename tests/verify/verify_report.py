@@ -57,10 +57,11 @@ class Sdk:
         """Runs verify.cmd; returns its exit code, its report and what it said."""
         environment = dict(os.environ, VERIFY=self.windows_path(self.root / "verify.cmd"),
                            VERIFYTEMP=self.windows_path(self.temp), **variables)
-        # Wine sets TEMP from its registry, so it is set behind that. cmd.exe reads no foreign letters from a file, and
-        # Wine's makes 1 of every exit code of a "call".
+        # Wine sets TEMP from its registry, and Wine 10 the machine from what it knows, so both are set behind that.
+        # cmd.exe reads no foreign letters from a file, and Wine's makes 1 of every exit code of a "call".
         starter = self.root.parent / "start.cmd"
         starter.write_text('@echo off\r\nset "TEMP=%VERIFYTEMP%"\r\nset "TMP=%VERIFYTEMP%"\r\n'
+                           'if not "%MACHINE%"=="" set "PROCESSOR_ARCHITEW6432=%MACHINE%"\r\n'
                            '"%VERIFY%" %*\r\n', encoding="ascii", newline="")
         with self.output.open("wb") as stream:
             ended = subprocess.run([self.options.runner, "cmd", "/c", self.windows_path(starter), *arguments],
@@ -252,15 +253,15 @@ def puts_its_report_elsewhere(sdk):
 def looks_at_both_on_arm64(sdk):
     """Both folders hold programs of one architecture here, as no others run: what counts is which were started."""
     sdk.add_programs(sdk.other)
-    code, report, said = sdk.run("--quick", "--only", "files", PROCESSOR_ARCHITEW6432="ARM64")
+    code, report, said = sdk.run("--quick", "--only", "files", MACHINE="ARM64")
     assert code == 0 and len(report["runs"]) == 2, said
     check_schema(sdk.options, report)
     sdk.file("practice_target.exe", "x64").unlink()
-    code, report, said = sdk.run("--quick", "--only", "files", PROCESSOR_ARCHITEW6432="ARM64")
+    code, report, said = sdk.run("--quick", "--only", "files", MACHINE="ARM64")
     results = [run["checks"][0]["result"] for run in report["runs"]]
     assert code == 1 and results == ["passed", "failed"], f"{results}: {said}"
     sdk.file("dialwright-verify.exe", "x64").unlink()
-    code, report, said = sdk.run("--quick", "--only", "files", PROCESSOR_ARCHITEW6432="ARM64")
+    code, report, said = sdk.run("--quick", "--only", "files", MACHINE="ARM64")
     assert code == 0 and "cannot be started" in report["notes"][0], said
 
 
