@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Runs the fuzz targets in turns and adds up what they did. ./dev fuzz builds them first and calls this.
 
-Totals, the growing corpora and the inputs that broke something are kept in the state folder, so that a run goes on where
-the last one was left. Exit codes: 0 nothing found, 1 something found, 2 wrong usage.
+Totals, the growing corpora and the inputs that broke something are kept in the state folder, so that a run goes on
+where the last one was left. Exit codes: 0 nothing found, 1 something found, 2 wrong usage.
 """
 
 import argparse
@@ -21,7 +21,7 @@ DEFAULT_MINUTES = 5.0
 def arguments():
     root = pathlib.Path(__file__).resolve().parent.parent
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--minutes", type=float, help=f"run so long at most ({DEFAULT_MINUTES:g} where nothing is said)")
+    parser.add_argument("--minutes", type=float, help=f"so long at most ({DEFAULT_MINUTES:g} where nothing is said)")
     parser.add_argument("--executions", type=int, help="run until so many were executed, over all runs")
     parser.add_argument("--jobs", type=int, choices=(1, 2), default=1, help="targets at a time")
     parser.add_argument("--slice", type=int, default=60, help="seconds of a turn")
@@ -29,11 +29,11 @@ def arguments():
     parser.add_argument("--only", action="append", help="this target alone; may be given several times")
     parser.add_argument("--json", action="store_true", help="the totals as JSON")
     parser.add_argument("--table", action="store_true", help="the totals as Markdown; runs nothing")
-    parser.add_argument("--keep-corpus", action="store_true", help="afterwards, what reaches new code goes to the repository")
+    parser.add_argument("--keep-corpus", action="store_true", help="afterwards, put what reaches new code into --house")
     parser.add_argument("--state", type=pathlib.Path, required=True, help="the folder of totals, corpora and findings")
     parser.add_argument("--programs", type=pathlib.Path, default=root / "build/fuzz/bin", help="the native targets")
     parser.add_argument("--exports", type=pathlib.Path, default=root / "build/x64-release/bin/fuzz_exports.exe")
-    parser.add_argument("--house", type=pathlib.Path, default=root / "fuzz", help="the folder of corpora and targets.json")
+    parser.add_argument("--house", type=pathlib.Path, default=root / "fuzz", help="where corpora and targets.json are")
     read = parser.parse_args()
     if read.minutes is None and read.executions is None and read.rounds is None:
         read.minutes = DEFAULT_MINUTES
@@ -108,7 +108,8 @@ def main():
     for name in options.only or []:
         named = [t for t in all_targets if t.name == name]
         if not named:
-            print(f"fuzz: there is no target {name}; there are {', '.join(t.name for t in all_targets)}", file=sys.stderr)
+            names = ", ".join(t.name for t in all_targets)
+            print(f"fuzz: there is no target {name}; there are {names}", file=sys.stderr)
             return 2
         chosen += named
     missing = [t.program for t in chosen if not t.program.exists()]
@@ -123,8 +124,8 @@ def main():
         corpus.keep([t for t in chosen if t.is_native])
     print(report.json_text(totals) if options.json else report.table(all_targets, totals), end="")
     for finding in run.found:
-        print(f"\nFOUND by {finding['target']}: {finding['what']}\n  input:  {finding['input']}\n  replay: {finding['replay']}",
-              file=sys.stderr)
+        print(f"\nFOUND by {finding['target']}: {finding['what']}", file=sys.stderr)
+        print(f"  input:  {finding['input']}\n  replay: {finding['replay']}", file=sys.stderr)
     return 1 if run.found else 0
 
 

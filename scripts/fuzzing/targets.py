@@ -42,9 +42,10 @@ class Turn:
         self.limit = self.begin + seconds + GRACE_SECONDS
         self.interrupted = False
         with log.open("wb") as output:
-            # A session of its own: who ends us by Ctrl-C leaves it to us to end it.
+            # A group of its own, as Ctrl-C leaves it to us to end it; but no session, to which the system would give
+            # as much time as to all of somebody else's.
             self.process = subprocess.Popen([str(part) for part in command], stdin=subprocess.DEVNULL, stdout=output,
-                                            stderr=output, env={**SPARING, **os.environ}, start_new_session=True)
+                                            stderr=output, env={**SPARING, **os.environ}, process_group=0)
 
     def interrupt(self):
         self.interrupted = True
@@ -100,7 +101,8 @@ class Native:
         findings.mkdir(parents=True, exist_ok=True)
         before = set(findings.iterdir())
         command = [self.program, self.grown(), self.seeds(), f"-max_total_time={seconds}", f"-max_len={self.most}",
-                   "-print_final_stats=1", "-timeout=20", "-rss_limit_mb=2048", f"-artifact_prefix={findings}/{self.name}-"]
+                   "-print_final_stats=1", "-timeout=20", "-rss_limit_mb=2048",
+                   f"-artifact_prefix={findings}/{self.name}-"]
         if self.dictionary:
             command.append(f"-dict={self.house}/dictionaries/{self.dictionary}.dict")
 
