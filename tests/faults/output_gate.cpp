@@ -38,10 +38,12 @@ const std::string& OutputGate::Close() {
 }
 
 void OutputGate::Read() {
-    char byte = 0;
-    // Byte by byte: the rest of the message holds the writer while we act.
-    while (::_read(ends[0], &byte, 1) == 1) {
-        if (byte != '\r') text.push_back(byte);
+    std::array<char, 4096> area{};
+    for (;;) {
+        // Byte by byte up to the words: the rest of the message holds the writer while we act.
+        const int count = ::_read(ends[0], area.data(), reached ? static_cast<unsigned>(area.size()) : 1);
+        if (count <= 0) return;
+        text.append(area.data(), static_cast<std::size_t>(count));
         if (reached || !text.ends_with(words)) continue;
         reached = true;
         then();

@@ -1,6 +1,6 @@
 #include "model.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "platform/text_encoding.h"
 #include "support/windows_of_others.h"

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <barrier>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -61,28 +62,55 @@ int DoneOfAll(const Workers& workers) {
     return sum;
 }
 
-/// Lets each worker carry out so many commands on a thread of its own. Says how it goes every few seconds.
-void RunAll(Workers& workers, const Library& library, int each) {
-    SoakRun run{.library = library, .workers = workers};
-    std::atomic<int> running = kWorkers;
-    const int before = DoneOfAll(workers);
-    std::vector<std::thread> threads;
-    for (const auto& worker : workers) {
-        threads.emplace_back([&] {
-            worker->Run(run, each);
+/// A thread for each worker, the same ones throughout: they tell the workers apart in the trace.
+class Crew {
+public:
+    Crew(SoakRun& soakRun, const Workers& all) : run(soakRun), workers(all) {
+        for (const auto& worker : workers) threads.emplace_back([this, &worker] { Serve(*worker); });
+    }
+    ~Crew() {
+        next = 0;
+        gate.arrive_and_wait();
+        for (std::thread& thread : threads) thread.join();
+    }
+    Crew(const Crew&) = delete;
+    Crew& operator=(const Crew&) = delete;
+
+    /// Lets each worker carry out so many commands. Says how it goes every few seconds.
+    void CarryOut(int each) {
+        const int before = DoneOfAll(workers);
+        next = each;
+        running = kWorkers;
+        gate.arrive_and_wait();
+        const ULONGLONG begin = ::GetTickCount64();
+        constexpr DWORD kBetweenWordsMs = 5000;
+        while (!WaitUntil([&] { return running == 0; }, kBetweenWordsMs)) {
+            const int done = DoneOfAll(workers) - before;
+            std::fprintf(stderr, "%d of %d commands, %llu a second\n", done, each * kWorkers,
+                         static_cast<unsigned long long>(done) * 1000 / (::GetTickCount64() - begin));
+            std::fflush(stderr);
+        }
+        gate.arrive_and_wait();
+    }
+
+private:
+    void Serve(Worker& worker) {
+        for (;;) {
+            gate.arrive_and_wait();
+            if (next == 0) return;
+            worker.Run(run, next);
             --running;
-        });
+            gate.arrive_and_wait();
+        }
     }
-    const ULONGLONG begin = ::GetTickCount64();
-    constexpr DWORD kBetweenWordsMs = 5000;
-    while (!WaitUntil([&] { return running == 0; }, kBetweenWordsMs)) {
-        const int done = DoneOfAll(workers) - before;
-        std::fprintf(stderr, "%d of %d commands, %llu a second\n", done, each * kWorkers,
-                     static_cast<unsigned long long>(done) * 1000 / (::GetTickCount64() - begin));
-        std::fflush(stderr);
-    }
-    for (std::thread& thread : threads) thread.join();
-}
+
+    SoakRun& run;
+    const Workers& workers;
+    std::barrier<> gate{kWorkers + 1};
+    std::atomic<int> next = 0;
+    std::atomic<int> running = 0;
+    std::vector<std::thread> threads;
+};
 
 Figures TakeFigures(const Workers& workers) {
     Figures figures;
@@ -121,7 +149,7 @@ void ExpectCompleteTrace(const Workers& workers) {
     std::map<std::uint32_t, std::size_t> workerOfThread;
     std::vector<WorkerTrace> traces;
     for (const auto& worker : workers) {
-        for (const DWORD thread : worker->Threads()) workerOfThread[thread] = traces.size();
+        workerOfThread[worker->Thread()] = traces.size();
         traces.push_back(worker->Trace());
     }
     const TraceVerdict verdict = CheckTrace(TraceFile(), workerOfThread, traces);
@@ -156,10 +184,12 @@ TEST(Soak, RandomCommandsFromFourThreadsEachHaveTheRightResultAndLeaveATraceAndN
         for (int i = 0; i < kWorkers; ++i) {
             workers.push_back(std::make_unique<Worker>(i % 2 == 0, seed * kWorkers + static_cast<std::uint64_t>(i)));
         }
-        RunAll(workers, library, warmUp);
+        SoakRun run{.library = library, .workers = workers};
+        Crew crew(run, workers);
+        crew.CarryOut(warmUp);
         const Figures before = TakeFigures(workers);
         const ULONGLONG begin = ::GetTickCount64();
-        RunAll(workers, library, each);
+        crew.CarryOut(each);
         const ULONGLONG end = ::GetTickCount64();
         const Figures after = TakeFigures(workers);
         Report(each * kWorkers, end - begin, before, after);

@@ -1,5 +1,7 @@
 #include "trace_check.h"
 
+#include <utility>
+
 #include "trace_reader/file_pairs.h"
 #include "trace_reader/record_source.h"
 

@@ -26,7 +26,7 @@ Worker::Worker(bool isDialog, std::uint64_t itsSeed)
       commands(fixture, seed) {}
 
 void Worker::Run(SoakRun& run, int count) {
-    threads.push_back(::GetCurrentThreadId());
+    thread = ::GetCurrentThreadId();
     for (int i = 0; i < count && !run.failed; ++i) {
         const RandomCommand command = commands.Next();
         lastLines += "\n" + ToUtf8(command.line);

@@ -57,7 +57,8 @@ public:
     [[nodiscard]] int Done() const { return done; }
     /// What went wrong, with the lines and messages before; empty where all is right.
     [[nodiscard]] const std::string& Fault() const { return fault; }
-    [[nodiscard]] const std::vector<DWORD>& Threads() const { return threads; }
+    /// The one that it has run on, always the same.
+    [[nodiscard]] DWORD Thread() const { return thread; }
     [[nodiscard]] WorkerTrace Trace() const { return {fixture, seed, done}; }
 
 private:
@@ -73,7 +74,7 @@ private:
     RandomCommands commands;
     std::atomic<int> done = 0;
     std::string fault;
-    std::vector<DWORD> threads;
+    DWORD thread = 0;
     /// Since all was checked last.
     std::string lastLines;
     std::vector<std::string> events;
