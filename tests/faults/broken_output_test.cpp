@@ -55,7 +55,7 @@ private:
 class BrokenOutput : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(BrokenOutput, KeepsNoCommandFromBeingCarriedOut) {
-    PracticeWindow target(kPlainClass);
+    const PracticeWindow target(kPlainClass);
     int succeeded = 0;
     int failed = -1;
     {

@@ -71,7 +71,10 @@ void EndWatching(WatchedCall& call) noexcept {
 
 }  // namespace dialwright::testing
 
-// The whole program's; the forms of the language that are not here end in these.
+// The whole program's; the forms of the language that are not here end in these. The standard library's names for the
+// parameters are reserved for it.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 void* operator new(std::size_t size) { return dialwright::testing::AllocateOrThrow(size); }
 void operator delete(void* block) noexcept { dialwright::testing::Free(block); }
 void operator delete(void* block, std::size_t) noexcept { dialwright::testing::Free(block); }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

@@ -28,7 +28,7 @@ void EndWatching(WatchedCall& call) noexcept;
 
 /// Calls with the allocation of this number failing; 0 fails none.
 template <std::invocable Call>
-WatchedCall CallWithFailure(int failingNumber, Failing failing, Call call) {
+WatchedCall CallWithFailure(int failingNumber, Failing failing, const Call& call) {
     WatchedCall watched;
     BeginWatching(failingNumber, failing);
     try {

@@ -37,7 +37,7 @@ protected:
     /// Fails the call's allocations one by one until it passes through. Calls `check` after each failure, with what
     /// the call logged. Returns how many failed.
     template <class Call, class Check>
-    int FailOneByOne(Call call, Check check) {
+    int FailOneByOne(const Call& call, const Check& check) {
         int failed = 0;
         for (int number = 1; number <= kGiveUpAt; number += number < oneByOneUpTo ? 1 : Rounds(17, 1)) {
             const LogCapture log;

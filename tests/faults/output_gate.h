@@ -9,11 +9,11 @@
 namespace dialwright::testing {
 
 /// Stands in for this process's standard output, where the library copies its log, as a pipe that holds next to
-/// nothing. Whoever logs waits until we have read: what `then` does happens after the first message that contains
-/// `words`, and before the library goes on.
+/// nothing. Whoever logs waits until we have read: what `action` does happens after the first message that contains
+/// `itsWords`, and before the library goes on.
 class OutputGate {
 public:
-    OutputGate(std::string words, std::function<void()> then);
+    OutputGate(std::string itsWords, std::function<void()> action);
     ~OutputGate();
     OutputGate(const OutputGate&) = delete;
     OutputGate& operator=(const OutputGate&) = delete;
