@@ -19,7 +19,7 @@ struct MessageCount {
 /// What a fixture must hold by the commands that were carried out on it.
 class Model {
 public:
-    explicit Model(const Fixture& fixture);
+    explicit Model(const Fixture& shown);
 
     void Type(std::size_t control, const std::wstring& text);
     void Clear(std::size_t control);
@@ -41,7 +41,7 @@ public:
     [[nodiscard]] const Rectangle& Place() const { return place; }
 
     /// What is wrong with the control; empty where all is right.
-    [[nodiscard]] std::string FaultOf(std::size_t control) const;
+    [[nodiscard]] std::string FaultOf(std::size_t index) const;
     [[nodiscard]] std::string FaultOfWindow() const;
     [[nodiscard]] std::string FaultOfAll() const;
     /// The same of the messages since the last call, all of which must have been handled by now.

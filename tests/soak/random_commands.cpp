@@ -133,7 +133,9 @@ void RandomCommands::NoteLookup(RandomCommand& command, const Address& address) 
     }
 }
 
-void RandomCommands::End(RandomCommand& command) { command.line += L" " + std::to_wstring(kFirstTimeout + number); }
+void RandomCommands::End(RandomCommand& command) const {
+    command.line += L" " + std::to_wstring(kFirstTimeout + number);
+}
 
 void RandomCommands::ExpectClick(const FixtureControl& control) {
     const std::string posted = "posted " + std::to_string(control.id);

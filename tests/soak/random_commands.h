@@ -58,13 +58,13 @@ private:
     int Below(int bound) { return static_cast<int>(random() % static_cast<std::uint64_t>(bound)); }
     template <class... Kinds>
     std::size_t PickControl(Kinds... kinds);
-    Address PickAddress(std::size_t control);
+    Address PickAddress(std::size_t index);
     std::wstring PickText(std::size_t length);
-    std::wstring PathText(const FixtureControl& control) const;
+    [[nodiscard]] std::wstring PathText(const FixtureControl& control) const;
 
     RandomCommand Begin(const std::wstring& name);
     RandomCommand BeginAt(const Address& address, const std::wstring& stem, const std::wstring& stemByPlace);
-    void End(RandomCommand& command);
+    void End(RandomCommand& command) const;
     void NoteLookup(RandomCommand& command, const Address& address) const;
     void ExpectClick(const FixtureControl& control);
 

@@ -184,7 +184,7 @@ TEST(Soak, RandomCommandsFromFourThreadsEachHaveTheRightResultAndLeaveATraceAndN
         for (int i = 0; i < kWorkers; ++i) {
             workers.push_back(std::make_unique<Worker>(i % 2 == 0, seed * kWorkers + static_cast<std::uint64_t>(i)));
         }
-        SoakRun run{.library = library, .workers = workers};
+        SoakRun run{.library = library, .workers = workers, .failed = false, .focus = {}};
         Crew crew(run, workers);
         crew.CarryOut(warmUp);
         const Figures before = TakeFigures(workers);

@@ -42,7 +42,7 @@ struct SoakRun {
     Workers& workers;
     std::atomic<bool> failed = false;
     /// Held alone by what takes the focus from other windows.
-    std::shared_mutex focus = {};
+    std::shared_mutex focus;
 };
 
 /// A window of its own and the commands for it.
