@@ -22,11 +22,17 @@ TemporaryFolder::TemporaryFolder(const std::wstring& ending) {
     static int counter = 0;
     std::array<wchar_t, MAX_PATH> temporary{};
     ::GetTempPathW(static_cast<DWORD>(temporary.size()), temporary.data());
-    path = std::wstring(temporary.data()) + L"dialwright-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
-           std::to_wstring(++counter) + ending + L"\\";
-    std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);  // of an ended process that had this ID
-    if (!::CreateDirectoryW(path.c_str(), nullptr)) throw std::runtime_error("no temporary folder");
+    const std::wstring begin =
+        std::wstring(temporary.data()) + L"dialwright-" + std::to_wstring(::GetCurrentProcessId()) + L"-";
+    // An ended process that had this ID may have left the folder, with a file that a child of it still has open.
+    constexpr int kTries = 20;
+    for (int i = 0; i < kTries; ++i) {
+        path = begin + std::to_wstring(++counter) + ending + L"\\";
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+        if (::CreateDirectoryW(path.c_str(), nullptr)) return;
+    }
+    throw std::runtime_error("no temporary folder");
 }
 
 TemporaryFolder::~TemporaryFolder() {
