@@ -12,7 +12,8 @@ start_wine10() {
 test_on_arm64() {
     build_preset arm64-release
     start_wine10 arm64 arm64 arm64-release
-    ctest_preset arm64-release "${1:-}"
+    # No more than there are processors: the emulator keeps one busy for each.
+    ctest_preset arm64-release "${1:-}" -j 2
 }
 
 # test_under_wine10 [FILTER]: the x64 programs. Pictures need a screen, and the libraries of X that Wine draws with;
