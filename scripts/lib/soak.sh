@@ -21,8 +21,8 @@ run_soak() {
 # Programs that between them use all of src/.
 heap_programs=(core_tests trace_unit_tests trace_tests dll_tests run_tests trace_reader_tests fault_tests
     out_of_memory_tests)
-# Dumps, and what allocates by the million in a time that is told.
-too_slow='-Crash*:*Dump*:WindowSearch.ReportsAnExplodingExpressionSoon'
+# Dumps, millions of random texts, and what allocates by the million in a time that is told.
+too_slow='-Crash*:*Dump*:Seeds/*:WindowSearch.ReportsAnExplodingExpressionSoon'
 
 # Wine tells of a damaged block when it is freed, and of a free one that was written to.
 run_heap_checked() {
