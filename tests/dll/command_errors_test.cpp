@@ -9,6 +9,7 @@
 #include "language/commands.h"
 #include "library.h"
 #include "support/log_capture.h"
+#include "support/patience.h"
 #include "support/practice_window.h"
 #include "support/windows_of_others.h"
 
@@ -89,9 +90,10 @@ TEST(ExecuteCommand, ReportsAMalformedPathOnceWithoutARetry) {
 
 TEST(ExecuteCommand, FindsNothingAtPaths0AndMinus1) {
     const PracticeWindow target(kPlainClass);
+    const std::wstring timeout = L" " + std::to_wstring(Patient(150));
     for (const wchar_t* path : {L"0", L"-1"}) {
         const LogCapture log;
-        EXPECT_EQ(0, ExecuteCommand(target.Line(L"Window.ClickButton.Path", std::wstring(path) + L" 150")));
+        EXPECT_EQ(0, ExecuteCommand(target.Line(L"Window.ClickButton.Path", path + timeout)));
         EXPECT_EQ("Window::ClickHelper: ClickHelper - Null button handle", log.Messages().back());
     }
 }
