@@ -6,6 +6,7 @@
 #include "platform/narrow_path.h"
 #include "platform/windows.h"
 
+#include <fcntl.h>
 #include <io.h>
 #include <share.h>
 
@@ -26,18 +27,47 @@ std::size_t WholeLines(std::string_view written) {
     return end == std::string_view::npos ? 0 : end + 2;
 }
 
+/// Keeps the numbers of standard input, output and error from a file that is opened meanwhile: a host may have closed
+/// one of them, and what it, or our own log, then writes there would land in the trace.
+class StandardNumbersHeld {
+public:
+    StandardNumbersHeld() noexcept {
+        int number = OpenNothing();
+        for (; number >= 0 && number <= kLastStandard; number = OpenNothing()) held[count++] = number;
+        if (number >= 0) ::_close(number);
+    }
+    ~StandardNumbersHeld() {
+        while (count > 0) ::_close(held[--count]);
+    }
+    StandardNumbersHeld(const StandardNumbersHeld&) = delete;
+    StandardNumbersHeld& operator=(const StandardNumbersHeld&) = delete;
+
+private:
+    static constexpr int kLastStandard = 2;
+
+    static int OpenNothing() noexcept { return ::_wopen(L"NUL", _O_WRONLY | _O_NOINHERIT); }
+
+    std::array<int, kLastStandard + 1> held{};
+    std::size_t count = 0;
+};
+
 }  // namespace
 
 bool OpenStream(TraceStream& stream, bool createFolders) noexcept {
     const WidePath path = WidenPath(stream.current.CStr());
     if (path[0] == L'\0') return false;
     if (createFolders) CreateFoldersOf(path);
-    stream.file = ::_wfsopen(path.data(), L"a+b", _SH_DENYWR);
+    {
+        const StandardNumbersHeld held;
+        stream.file = ::_wfsopen(path.data(), L"a+b", _SH_DENYWR);
+    }
     if (stream.file == nullptr) return false;
     std::setvbuf(stream.file, sharedBuffer.data(), _IOFBF, sharedBuffer.size());
     ::_fseeki64(stream.file, 0, SEEK_END);
     stream.size = static_cast<std::uint64_t>(::_ftelli64(stream.file));
     stream.handle = reinterpret_cast<HANDLE>(::_get_osfhandle(::_fileno(stream.file)));
+    // A program that the host starts would keep the file open, and rotation could not begin it anew.
+    ::SetHandleInformation(stream.handle, HANDLE_FLAG_INHERIT, 0);
     return true;
 }
 

@@ -39,7 +39,7 @@ public:
     // Control actions. Sent messages block until the target has handled them, whatever the timeout. All are false for a
     // null handle. Typing, clearing and clicking are true otherwise, even where the control died in the meantime.
 
-    /// A press and release of the left button in the middle, posted; failures are only logged.
+    /// A press and release of the left button in the middle, posted; whether they arrive is not looked at.
     static void SimulateMouseClick(HWND control);
     [[nodiscard]] static bool SetTextHelper(HWND control, const std::wstring& text);
     [[nodiscard]] static bool ClearTextHelper(HWND control);

@@ -129,6 +129,7 @@ void DeleteTrace() {
     const std::wstring stem = TraceFile().substr(0, TraceFile().size() - 6);
     for (const wchar_t* end : {L"_1.log", L"_2.log", L"_1_error.log", L"_2_error.log"}) {
         ::DeleteFileW((stem + end).c_str());
+        EXPECT_FALSE(FileExists(stem + end));
     }
 }
 

@@ -1,12 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
+#include <vector>
 
 #include "host_folder.h"
 #include "support/wait.h"
 #include "trace/logger_state.h"
 #include "trace/trace.h"
 #include "trace_fixture.h"
+
+#include <io.h>
 
 namespace dialwright {
 namespace {
@@ -58,6 +62,33 @@ TEST_F(Trouble, AFileThatAnotherHoldsIsWrittenWhenItIsFree) {
     TraceLog("tag", LOG_INFO, "kept");
     StopAndRelease();
     EXPECT_EQ((std::vector<std::string>{"tag: kept"}), MessagesOfMainFile());
+}
+
+TEST_F(Trouble, AHostThatClosedItsStandardOutputGetsNoCopyOfTheLogInItsTrace) {
+    constexpr int kOutput = 1;
+    std::fflush(stdout);
+    const int saved = ::_dup(kOutput);
+    ::_close(kOutput);
+    Start();
+    TraceLog("tag", LOG_ERROR, "first");
+    TraceLog("tag", LOG_ERROR, "second");
+    StopAndRelease();
+    EXPECT_EQ(0, ::_dup2(saved, kOutput));
+    ::_close(saved);
+    std::clearerr(stdout);
+    EXPECT_EQ((std::vector<std::string>{"tag: first", "tag: second"}), MessagesOfMainFile());
+    EXPECT_EQ((std::vector<std::string>{"tag: first", "tag: second"}), testing::ReadMessages(File(L"x_1_error.log")));
+}
+
+TEST_F(Trouble, AProgramThatTheHostStartsKeepsNoTraceFileOpen) {
+    Start();
+    TraceLog("tag", LOG_ERROR, "line");
+    ASSERT_TRUE(WaitUntil([&] { return FileExists(File(L"x_1.log")) && FileExists(File(L"x_1_error.log")); }));
+    const HostFolder elsewhere;
+    const LoggingHost child(elsewhere);
+    StopAndRelease();
+    EXPECT_TRUE(::DeleteFileW(File(L"x_1.log").c_str()));
+    EXPECT_TRUE(::DeleteFileW(File(L"x_1_error.log").c_str()));
 }
 
 TEST_F(Trouble, TheLimitOfPathsIsSurvivedOneByOne) {
