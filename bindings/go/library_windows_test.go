@@ -5,6 +5,7 @@ import (
 	"fmt"
 	"os"
 	"path/filepath"
+	"runtime"
 	"strings"
 	"sync"
 	"syscall"
@@ -169,12 +170,16 @@ func TestALibraryThatCannotBeLoadedSaysWhy(t *testing.T) {
 	}
 	header := int(own[60]) + 256*int(own[61])
 	foreign := append([]byte(nil), own...)
-	copy(foreign[header+4:], []byte{0x64, 0xAA})
+	machine, otherwise := []byte{0x64, 0xAA}, "this library is for arm64, and this program is amd64: "
+	if runtime.GOARCH == "arm64" {
+		machine, otherwise = []byte{0x64, 0x86}, "this library is for amd64, and this program is arm64: "
+	}
+	copy(foreign[header+4:], machine)
 	for path, expected := range map[string]string{
 		"Dialwright.dll":                   "this is not a full path: ",
 		filepath.Join(folder, "none.dll"):  "there is no such file: ",
 		write("text.dll", []byte("MZ no")): "this is not a library, or it cannot be read: ",
-		write("foreign.dll", foreign):      "this library is for arm64, and this program is amd64: ",
+		write("foreign.dll", foreign):      otherwise,
 		`C:\windows\system32\version.dll`:  "this library has no function ",
 	} {
 		library, err := Load(path)

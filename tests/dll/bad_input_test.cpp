@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <random>
 #include <string>
 #include <string_view>
@@ -88,9 +90,14 @@ TEST(BadInput, GrowsNoMemoryByWhatItRefuses) {
         }
     };
     refuse(50);
-    const std::int64_t before = privateBytes();
-    refuse(400);
-    EXPECT_LT(privateBytes() - before, std::int64_t{256} * 1024);
+    // A heap may take a piece from the system once; what leaks takes one each time.
+    std::int64_t least = std::numeric_limits<std::int64_t>::max();
+    for (int i = 0; i < 3; ++i) {
+        const std::int64_t before = privateBytes();
+        refuse(200);
+        least = std::min(least, privateBytes() - before);
+    }
+    EXPECT_LT(least, std::int64_t{128} * 1024);
 }
 
 TEST(BadInput, NeedsLittleStack) {

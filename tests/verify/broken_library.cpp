@@ -34,7 +34,11 @@ void Leak() {
 
 extern "C" {
 
-__declspec(dllexport) int ValidateCommand(const wchar_t*) { return 1; }
+__declspec(dllexport) int ValidateCommand(const wchar_t*) {
+    if (IsBroken(L"code")) ::TerminateProcess(::GetCurrentProcess(), 3);
+    return 1;
+}
+
 __declspec(dllexport) int ValidateScript(const wchar_t*) { return 1; }
 __declspec(dllexport) int ExecuteScript(const wchar_t*) { return 1; }
 __declspec(dllexport) int ProgramLaunch(const wchar_t*, const wchar_t*, unsigned long*) { return 1; }
@@ -45,11 +49,9 @@ __declspec(dllexport) int ExecuteCommand(const wchar_t*) {
     return 1;
 }
 
-BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID reserved) {
+BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
     if (reason == DLL_PROCESS_ATTACH && IsBroken(L"leak")) Leak();
     if (reason == DLL_PROCESS_ATTACH && IsBroken(L"filter")) ::SetUnhandledExceptionFilter(nullptr);
-    if (reason == DLL_PROCESS_DETACH && reserved != nullptr && IsBroken(L"code"))
-        ::TerminateProcess(::GetCurrentProcess(), 3);
     return TRUE;
 }
 }
