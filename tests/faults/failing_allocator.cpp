@@ -1,7 +1,10 @@
 #include "failing_allocator.h"
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
+
+#include "platform/windows.h"
 
 #include <malloc.h>
 
@@ -33,6 +36,9 @@ void* Allocate(std::size_t size) noexcept {
         ++watch.allocations;
         if (!HasRoom(size)) {
             ++watch.refused;
+            // As the system's own does.
+            errno = ENOMEM;
+            ::SetLastError(ERROR_NOT_ENOUGH_MEMORY);
             return nullptr;
         }
     }

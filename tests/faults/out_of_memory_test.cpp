@@ -1,13 +1,17 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cwchar>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "dialwright/dialwright.h"
 #include "failing_allocator.h"
 #include "language/criterion.h"
+#include "platform/text_encoding.h"
 #include "script/dialog_script_manager.h"
 #include "support/log_capture.h"
 #include "support/practice_window.h"
@@ -28,6 +32,13 @@ constexpr int kGiveUpAt = 20'000;
 constexpr int kOneByOneUpTo = 140;
 constexpr int kOneByOneAtTheEnd = 40;
 
+using Messages = std::vector<std::string>;
+
+bool Tell(const Messages& messages, const std::string& text) {
+    return std::ranges::any_of(messages,
+                               [&](const std::string& message) { return message.find(text) != std::string::npos; });
+}
+
 class OutOfMemory : public ::testing::TestWithParam<Failing> {
 protected:
     void SetUp() override { ASSERT_EQ(1, TraceStart(folder.NarrowPath().c_str(), "x.log", "Dialwright")); }
@@ -47,8 +58,13 @@ protected:
         };
         for (int number = 1; number <= kGiveUpAt; number += step(number)) {
             undo();
-            const LogCapture log;
-            const WatchedCall watched = CallWithFailure(number, GetParam(), call);
+            WatchedCall watched;
+            Messages log;
+            {
+                const LogCapture capture;
+                watched = CallWithFailure(number, GetParam(), call);
+                log = capture.Messages();
+            }
             SCOPED_TRACE("allocation " + std::to_string(number));
             EXPECT_EQ(0, watched.blocksLeft);
             if (watched.allocations < number) {
@@ -94,10 +110,10 @@ protected:
         const int ofTheManager = AllocationsOfTheManager();
         EXPECT_GT(ofTheManager, 27);
         const std::string told = "Exception during " + activity + ": std::bad_alloc";
-        const auto check = [&](int number, const WatchedCall& watched, const LogCapture& log) {
+        const auto check = [&](int number, const WatchedCall& watched, const Messages& log) {
             EXPECT_EQ(number <= ofTheManager, watched.threwBadAlloc);
             if (watched.threwBadAlloc) return;
-            const bool isTold = log.Text().find(told) != std::string::npos;
+            const bool isTold = Tell(log, told);
             EXPECT_EQ(isTold ? 0 : 1, watched.result);
             if (!isTold) {
                 EXPECT_TRUE(isDone());
@@ -165,7 +181,7 @@ TEST_P(OutOfMemory, EndsACommandThatFailsAnywayWith0) {
     const std::wstring line = L"Window.SetText \"NoSuchClass\" \"a title that no window has, and long, too\" x text 1";
     const int ofTheManager = AllocationsOfTheManager();
     FailOneByOne([&] { return Execute(line); },
-                 [&](int number, const WatchedCall& watched, const LogCapture&) {
+                 [&](int number, const WatchedCall& watched, const Messages&) {
                      EXPECT_EQ(number <= ofTheManager, watched.threwBadAlloc);
                      EXPECT_EQ(watched.threwBadAlloc ? -1 : 0, watched.result);
                  });
@@ -199,11 +215,11 @@ TEST_P(OutOfMemory, EndsAScriptWith0) {
             EXPECT_EQ(text, TextOf(target.Control(15)));
             EXPECT_EQ(state, CheckStateOf(target.Control(31)));
         };
-        const auto check = [&](int number, const WatchedCall& watched, const LogCapture& log) {
+        const auto check = [&](int number, const WatchedCall& watched, const Messages& log) {
             EXPECT_EQ(number <= ofTheManager, watched.threwBadAlloc);
-            EXPECT_EQ(std::string::npos, log.Text().find("secret"));
+            EXPECT_FALSE(Tell(log, "secret"));
             if (watched.threwBadAlloc) return;
-            const bool told = log.Text().find("std::bad_alloc") != std::string::npos;
+            const bool told = Tell(log, "std::bad_alloc");
             EXPECT_EQ(told ? 0 : 1, watched.result);
             if (!told) expectDone();
         };
@@ -218,7 +234,7 @@ TEST_P(OutOfMemory, LeavesProgramLaunchAsAnException) {
     const std::wstring program = L"\"" + ProgramFolder() + L"practice_target.exe\"";
     unsigned long process = 0;
     const int failed = FailOneByOne([&] { return ::ProgramLaunch(program.c_str(), L"--help", &process); },
-                                    [&](int, const WatchedCall& watched, const LogCapture&) {
+                                    [&](int, const WatchedCall& watched, const Messages&) {
                                         EXPECT_TRUE(watched.threwBadAlloc);
                                         EXPECT_EQ(0U, process);
                                     },
@@ -231,16 +247,25 @@ TEST_P(OutOfMemory, LosesALineOfTheLogAndNothingElse) {
     // Longer than what the logger has on its stack.
     const std::wstring text(20'000, L'\x65E5');
     const std::string narrow(20'000, 'n');
-    const int failed = FailOneByOne(
-        [&] {
-            TraceLog("Tag", LOG_ERROR, "%ls", text.c_str());
-            TraceLog("Tag", LOG_ERROR, "%s", narrow.c_str());
-            return 1;
-        },
-        [&](int, const WatchedCall& watched, const LogCapture&) {
-            EXPECT_FALSE(watched.threwBadAlloc);
-            EXPECT_EQ(1, watched.result);
-        });
+    const std::string wholeLines[] = {"Tag: " + ToUtf8(text), "Tag: " + narrow};
+    constexpr int kHostsErrno = 4711;
+    constexpr DWORD kHostsError = 4712;
+    const auto call = [&] {
+        errno = kHostsErrno;
+        ::SetLastError(kHostsError);
+        TraceLog("Tag", LOG_ERROR, "%ls", text.c_str());
+        TraceLog("Tag", LOG_ERROR, "%s", narrow.c_str());
+        return errno == kHostsErrno && ::GetLastError() == kHostsError ? 1 : 0;
+    };
+    const int failed = FailOneByOne(call, [&](int, const WatchedCall& watched, const Messages& log) {
+        EXPECT_FALSE(watched.threwBadAlloc);
+        EXPECT_EQ(1, watched.result);
+        EXPECT_LE(log.size(), 1U);
+        if (GetParam() == Failing::OnlyThatOne) {
+            EXPECT_EQ(1U, log.size());
+        }
+        for (const std::string& message : log) EXPECT_NE(0, std::ranges::count(wholeLines, message));
+    });
     EXPECT_GE(failed, 4);
     TraceLog("Tag", LOG_INFO, "still alive");
     TraceStop();
