@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cwchar>
 #include <functional>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -274,25 +274,67 @@ TEST_P(OutOfMemory, LosesALineOfTheLogAndNothingElse) {
     EXPECT_EQ("Tag: still alive", messages[messages.size() - 2]);
 }
 
+constexpr std::size_t kStackToCompile = 8'000'000;
+
 /// Compiles with nothing but the reserve to compile from.
 void ExpectToFitTheReserve(const std::wstring& pattern) {
-    constexpr std::size_t kStack = 8'000'000;
     constexpr int kBehindTheReserve = 2;
     const WatchedCall watched = CallWithFailure(kBehindTheReserve, Failing::HeapIsFull, [&] {
-        return CompileCriterion(pattern, kStack).mark_count() < kMostPatternUnits ? 1 : 0;
+        return CompileCriterion(pattern, kStackToCompile).mark_count() < kMostPatternUnits ? 1 : 0;
     });
     EXPECT_EQ(1, watched.result) << ::testing::PrintToString(pattern.substr(0, 20));
     EXPECT_EQ(0, watched.blocksLeft);
 }
 
+std::wstring Repeated(const std::wstring& piece, std::size_t units) {
+    std::wstring text;
+    while (text.size() + piece.size() <= units) text += piece;
+    return text;
+}
+
 TEST(ExpressionReserve, HoldsSmallAndLargeExpressionsOfEveryKind) {
-    for (const wchar_t* const piece : {L"a", L"a*", L"a+?", L"a{2,3}", L"(a)", L"(?:a)", L"a|", L"[a]", L"[a-z]",
-                                       L"[^\\w]", L"\\d", L"\\b", L".", L"^", L"(a*)?", L"[[:alpha:]]"}) {
+    for (const wchar_t* const piece :
+         {L"a",     L"a*",  L"a+?",   L"a{2,3}", L"(a)", L"(?:a)", L"a|", L"|", L"()",    L"(?=a)",
+          L"(?!a)", L"[a]", L"[a-z]", L"[^\\w]", L"\\d", L"\\b",   L".",  L"^", L"(a*)?", L"[[:alpha:]]"}) {
         ExpectToFitTheReserve(piece);
-        std::wstring pattern;
-        while (pattern.size() + std::wcslen(piece) < kMostPatternUnits) pattern += piece;
-        ExpectToFitTheReserve(pattern);
+        ExpectToFitTheReserve(Repeated(piece, kMostPatternUnits));
     }
+    ExpectToFitTheReserve(L"()" + Repeated(L"\\1", kMostPatternUnits - 2));
+    for (const std::size_t depth : {std::size_t{1}, std::size_t{10}, kMostNestedGroups}) {
+        for (const wchar_t* const open : {L"(", L"(?:", L"(?=", L"(a|"}) {
+            std::wstring nested;
+            for (std::size_t i = 0; i < depth; ++i) nested += open;
+            ExpectToFitTheReserve(nested + std::wstring(depth, L')'));
+        }
+    }
+}
+
+int hostsHandlerCalls = 0;
+
+void HandlerOfTheHost() {
+    ++hostsHandlerCalls;
+    throw std::bad_alloc();
+}
+
+TEST(ExpressionReserve, LeavesTheHandlerOfTheHostInItsPlace) {
+    const auto compile = [] { return static_cast<int>(CompileCriterion(L"a(b)", kStackToCompile).mark_count()); };
+    const auto allocate = [] {
+        ::operator delete(::operator new(8));
+        return 1;
+    };
+    const std::new_handler before = std::set_new_handler(&HandlerOfTheHost);
+    EXPECT_EQ(1, compile());
+    hostsHandlerCalls = 0;
+    EXPECT_TRUE(CallWithFailure(1, Failing::HeapIsFull, allocate).threwBadAlloc);
+    EXPECT_EQ(1, hostsHandlerCalls);
+    // What the reserve helps out with is not the host's business, until that is used up as well.
+    EXPECT_EQ(1, CallWithFailure(2, Failing::HeapIsFull, compile).result);
+    EXPECT_EQ(1, hostsHandlerCalls);
+    std::set_new_handler(nullptr);
+    EXPECT_EQ(1, compile());
+    EXPECT_TRUE(CallWithFailure(1, Failing::HeapIsFull, allocate).threwBadAlloc);
+    EXPECT_EQ(1, hostsHandlerCalls);
+    std::set_new_handler(before);
 }
 
 INSTANTIATE_TEST_SUITE_P(FailingAllocator, OutOfMemory, ::testing::Values(Failing::OnlyThatOne, Failing::HeapIsFull),
