@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "process_figures.h"
+#include "support/diverted_output.h"
 #include "support/soak.h"
 #include "support/temporary_folder.h"
 #include "support/wait.h"
@@ -33,22 +34,11 @@ std::uint64_t Seed() {
 /// Nobody reads the library's copies of its messages here.
 class OutputToNowhere {
 public:
-    OutputToNowhere() {
-        std::fflush(stdout);
-        const int nowhere = ::_open("NUL", _O_WRONLY | _O_BINARY);
-        ::_dup2(nowhere, 1);
-        ::_close(nowhere);
-    }
-    ~OutputToNowhere() {
-        std::fflush(stdout);
-        ::_dup2(saved, 1);
-        ::_close(saved);
-    }
-    OutputToNowhere(const OutputToNowhere&) = delete;
-    OutputToNowhere& operator=(const OutputToNowhere&) = delete;
+    OutputToNowhere() { ::_close(nowhere); }
 
 private:
-    int saved = ::_dup(1);
+    int nowhere = ::_open("NUL", _O_WRONLY | _O_BINARY);
+    DivertedOutput output{nowhere};
 };
 
 struct Figures {
