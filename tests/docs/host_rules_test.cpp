@@ -2,12 +2,12 @@
 
 #include <array>
 #include <atomic>
-#include <cstdio>
 #include <thread>
 
 #include "language/criterion.h"
 #include "platform/windows.h"
 #include "script/dialog_script_manager.h"
+#include "support/diverted_output.h"
 #include "support/log_capture.h"
 #include "support/practice_window.h"
 #include "support/wait.h"
@@ -104,12 +104,7 @@ TEST(HostRules, APositionSearchVisitsAChainOfFiveWindows31Times) {
 /// A pipe in place of this process's standard output, which nobody reads until it is drained.
 class FullPipe {
 public:
-    FullPipe() {
-        std::fflush(stdout);
-        ::_pipe(ends.data(), 4096, _O_BINARY);
-        ::_dup2(ends[1], ::_fileno(stdout));
-        ::_close(ends[1]);
-    }
+    FullPipe() { ::_close(ends[1]); }
     FullPipe(const FullPipe&) = delete;
     FullPipe& operator=(const FullPipe&) = delete;
 
@@ -121,16 +116,20 @@ public:
     }
 
     ~FullPipe() {
-        std::fflush(stdout);
-        ::_dup2(saved, ::_fileno(stdout));
-        ::_close(saved);
+        output.GiveBack();
         reader.join();
         ::_close(ends[0]);
     }
 
 private:
-    int saved = ::_dup(::_fileno(stdout));
-    std::array<int, 2> ends{};
+    static std::array<int, 2> Open() {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(0, ::_pipe(ends.data(), 4096, _O_BINARY));
+        return ends;
+    }
+
+    std::array<int, 2> ends = Open();
+    DivertedOutput output{ends[1]};
     std::thread reader;
 };
 

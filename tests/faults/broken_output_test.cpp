@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdio>
 #include <string>
 
 #include "library.h"
 #include "platform/windows.h"
+#include "support/diverted_output.h"
 #include "support/practice_window.h"
 #include "support/windows_of_others.h"
 
@@ -16,40 +16,29 @@
 namespace dialwright::testing {
 namespace {
 
-constexpr int kStandardOutput = 1;
-
-/// Puts something else in the place of standard output until it is destroyed.
+/// Standard output as the way says, until it is destroyed.
 class SpoiltOutput {
 public:
-    explicit SpoiltOutput(const std::string& way) : saved(::_dup(kStandardOutput)) {
-        std::fflush(stdout);
-        if (way == "Closed") {
-            ::_close(kStandardOutput);
-        } else if (way == "AFullDisk") {
-            Take(::_open("Z:\\dev\\full", _O_WRONLY | _O_BINARY));
-        } else {
-            std::array<int, 2> ends{};
-            ::_pipe(ends.data(), 4096, _O_BINARY);
-            ::_close(ends[0]);
-            Take(ends[1]);
-        }
+    explicit SpoiltOutput(const std::string& way) : descriptor(Open(way)), output(descriptor) {
+        if (descriptor >= 0) ::_close(descriptor);
     }
-    ~SpoiltOutput() {
-        ::_dup2(saved, kStandardOutput);
-        ::_close(saved);
-        std::clearerr(stdout);
-    }
-    SpoiltOutput(const SpoiltOutput&) = delete;
-    SpoiltOutput& operator=(const SpoiltOutput&) = delete;
 
 private:
-    static void Take(int descriptor) {
-        EXPECT_GE(descriptor, 0);
-        ::_dup2(descriptor, kStandardOutput);
-        ::_close(descriptor);
+    static int Open(const std::string& way) {
+        if (way == "Closed") return -1;
+        if (way == "AFullDisk") {
+            const int disk = ::_open("Z:\\dev\\full", _O_WRONLY | _O_BINARY);
+            EXPECT_GE(disk, 0);
+            return disk;
+        }
+        std::array<int, 2> ends{};
+        EXPECT_EQ(0, ::_pipe(ends.data(), 4096, _O_BINARY));
+        ::_close(ends[0]);
+        return ends[1];
     }
 
-    int saved;
+    int descriptor;
+    DivertedOutput output;
 };
 
 class BrokenOutput : public ::testing::TestWithParam<const char*> {};

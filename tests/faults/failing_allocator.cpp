@@ -1,7 +1,10 @@
 #include "failing_allocator.h"
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
+
+#include "platform/windows.h"
 
 #include <malloc.h>
 
@@ -20,11 +23,14 @@ struct Watch {
 
 thread_local Watch watch;
 
+/// What a block takes of a heap, with its header and up to the next boundary.
+std::size_t Charge(std::size_t size) noexcept { return (size + 31) & ~std::size_t{15}; }
+
 bool HasRoom(std::size_t size) noexcept {
     if (watch.failingNumber == 0 || watch.allocations < watch.failingNumber) return true;
     if (watch.failing == Failing::OnlyThatOne) return watch.allocations != watch.failingNumber;
-    if (watch.givenBack < size) return false;
-    watch.givenBack -= size;
+    if (watch.givenBack < Charge(size)) return false;
+    watch.givenBack -= Charge(size);
     return true;
 }
 
@@ -33,6 +39,9 @@ void* Allocate(std::size_t size) noexcept {
         ++watch.allocations;
         if (!HasRoom(size)) {
             ++watch.refused;
+            // As the system's own does.
+            errno = ENOMEM;
+            ::SetLastError(ERROR_NOT_ENOUGH_MEMORY);
             return nullptr;
         }
     }
@@ -42,7 +51,7 @@ void* Allocate(std::size_t size) noexcept {
 void Free(void* block) noexcept {
     if (watch.on && block != nullptr) {
         ++watch.frees;
-        if (watch.allocations >= watch.failingNumber) watch.givenBack += ::_msize(block);
+        if (watch.allocations >= watch.failingNumber) watch.givenBack += Charge(::_msize(block));
     }
     std::free(block);
 }

@@ -1,6 +1,5 @@
 #include "output_gate.h"
 
-#include <cstdio>
 #include <stdexcept>
 #include <utility>
 
@@ -10,16 +9,18 @@
 namespace dialwright::testing {
 namespace {
 
-constexpr int kStandardOutput = 1;
 constexpr unsigned kNextToNothing = 1;
+
+std::array<int, 2> OpenPipe() {
+    std::array<int, 2> ends{};
+    if (::_pipe(ends.data(), kNextToNothing, _O_BINARY | _O_NOINHERIT) != 0) throw std::runtime_error("no pipe");
+    return ends;
+}
 
 }  // namespace
 
 OutputGate::OutputGate(std::string itsWords, std::function<void()> action)
-    : words(std::move(itsWords)), then(std::move(action)), saved(::_dup(kStandardOutput)) {
-    std::fflush(stdout);
-    if (::_pipe(ends.data(), kNextToNothing, _O_BINARY | _O_NOINHERIT) != 0) throw std::runtime_error("no pipe");
-    ::_dup2(ends[1], kStandardOutput);
+    : words(std::move(itsWords)), then(std::move(action)), ends(OpenPipe()), output(ends[1]) {
     ::_close(ends[1]);
     reader = std::thread([this] { Read(); });
 }
@@ -29,9 +30,7 @@ OutputGate::~OutputGate() {
 }
 
 const std::string& OutputGate::Close() {
-    std::fflush(stdout);
-    ::_dup2(saved, kStandardOutput);
-    ::_close(saved);
+    output.GiveBack();
     reader.join();
     ::_close(ends[0]);
     return text;

@@ -6,6 +6,8 @@
 #include <string>
 #include <thread>
 
+#include "support/diverted_output.h"
+
 namespace dialwright::testing {
 
 /// Stands in for this process's standard output, where the library copies its log, as a pipe that holds next to
@@ -27,8 +29,8 @@ private:
 
     std::string words;
     std::function<void()> then;
-    int saved;
-    std::array<int, 2> ends{};
+    std::array<int, 2> ends;
+    DivertedOutput output;
     std::string text;
     std::atomic<bool> reached = false;
     std::thread reader;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "library.h"
+#include "output_gate.h"
 #include "support/log_capture.h"
 #include "support/practice_window.h"
 #include "support/wait.h"
@@ -46,10 +47,11 @@ TEST(RestlessDesktop, FindsTheRightWindowWhileTheirOrderIsShuffled) {
     constexpr int kCommands = 120;
     std::vector<std::unique_ptr<PracticeWindow>> targets;
     for (int i = 0; i < kWindows; ++i) targets.push_back(std::make_unique<PracticeWindow>(kPlainClass));
+    std::atomic<int> moves = 0;
     const Unrest raising([&](int round) {
         const HWND window = targets[static_cast<std::size_t>(round % kWindows)]->Handle();
         constexpr UINT kFlags = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOSENDCHANGING;
-        ::SetWindowPos(window, round % 3 == 0 ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0, kFlags);
+        if (::SetWindowPos(window, round % 3 == 0 ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0, kFlags)) ++moves;
     });
     const LogCapture log;
     for (int i = 0; i < kCommands; ++i) {
@@ -59,12 +61,32 @@ TEST(RestlessDesktop, FindsTheRightWindowWhileTheirOrderIsShuffled) {
                                                 L"31 " + std::to_wstring(state) + L" 20000")));
         ASSERT_EQ(state, CheckStateOf(target.Control(31)));
     }
-    EXPECT_GE(raising.Rounds(), kCommands);
+    EXPECT_GE(moves, kCommands);
     const auto found = log.MessagesFrom("Window::Window: Window found successfully. Parent Window Handle: 0x");
     ASSERT_EQ(static_cast<std::size_t>(kCommands), found.size());
     for (std::size_t i = 0; i < found.size(); ++i) {
         EXPECT_TRUE(found[i].ends_with("0x" + Hex(targets[i % kWindows]->Handle()))) << found[i];
     }
+}
+
+TEST(RestlessDesktop, FindsAControlBelowOneThatGoesToTheTopDuringTheSearch) {
+    const PracticeWindow target(kPlainClass);
+    const HWND panelOfControl = target.Control(60);
+    const std::wstring place = RectangleArgument(RelativeRectOf(target.Control(64)));
+    int moved = 0;
+    OutputGate gate("Coordinate transformation", [&] {
+        constexpr UINT kFlags = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+        for (const int id : {31, 33, 51, 60}) {
+            moved += ::SetWindowPos(target.Control(id), HWND_TOP, 0, 0, 0, 0, kFlags) ? 1 : 0;
+        }
+    });
+    EXPECT_EQ(1, ExecuteCommand(target.Line(L"Window.SetCheckbox.ByPosition", place + L" 0 1 20000")));
+    const std::string& log = gate.Close();
+    EXPECT_EQ(4, moved);
+    EXPECT_EQ(panelOfControl, ::GetWindow(target.Handle(), GW_CHILD));
+    EXPECT_EQ(1, CheckStateOf(target.Control(64)));
+    // At once, not by the next attempt.
+    EXPECT_EQ(std::string::npos, log.find("Position search failed")) << log;
 }
 
 TEST(RestlessDesktop, FindsAWindowWhoseTitleChangesAllTheTime) {
@@ -93,28 +115,34 @@ TEST(RestlessDesktop, WaitsForATitleThatComesNoMoreUntilTheTimeIsUp) {
         [&](int round) { ::SetWindowTextW(target.Handle(), (target.Title() + std::to_wstring(round)).c_str()); });
     ASSERT_TRUE(WaitUntil([&] { return changing.Rounds() > 0; }));
     const LogCapture log;
+    const ULONGLONG begin = ::GetTickCount64();
     EXPECT_EQ(0, ExecuteCommand(target.Line(L"Window.Close", L"500")));
+    EXPECT_GE(::GetTickCount64() - begin, 490U);
     EXPECT_EQ("Window::CloseWindow: CloseWindow: No valid window handle", log.Messages().back());
 }
 
 TEST(FullQueue, HoldsUpAClickAndLosesNone) {
     PracticeWindow target(kPlainClass);
-    target.Process().WriteLine("hang 500");
+    const ULONGLONG begin = ::GetTickCount64();
+    constexpr DWORD kHangsMs = 3000;
+    target.Process().WriteLine("hang " + std::to_string(kHangsMs));
     while (target.Process().ReadLine(kPatienceMs).value_or("hanging") != "hanging") continue;
     // The limit of real Windows, beyond which posts fail; Wine has none.
-    constexpr int kMessages = 10'000;
-    int posted = 0;
-    while (posted < kMessages && ::PostMessageW(target.Handle(), WM_NULL, 0, 0)) ++posted;
+    constexpr std::size_t kMessages = 10'000;
+    std::size_t posted = 0;
+    while (posted < kMessages && ::PostMessageW(target.Handle(), WM_COMMAND, 0, 0)) ++posted;
     const LogCapture log;
+    ASSERT_LT(::GetTickCount64() - begin, kHangsMs) << "the queue is emptied by now";
     EXPECT_EQ(1, ExecuteCommand(target.Line(L"Window.ClickButton", L"21 20000")));
-    std::vector<std::string> events = target.TakeEvents();
-    std::erase_if(events, [](const std::string& event) { return event == "hanging"; });
-    std::vector<std::string> expected = {"sent 21 BM_CLICK"};
+    const std::vector<std::string> events = target.TakeEvents();
+    std::vector<std::string> expected(1 + posted, "posted window WM_COMMAND 0 0x0000");
+    expected.front() = "sent 21 BM_CLICK";
     if (posted == kMessages) {
         expected.insert(expected.end(),
                         {"posted 21 WM_LBUTTONDOWN 37,11 keys 1", "posted 21 WM_LBUTTONUP 37,11 keys 0"});
     }
-    EXPECT_EQ(expected, events) << posted << " messages were posted";
+    EXPECT_TRUE(expected == events) << posted << " messages were posted, " << events.size() << " came, at first "
+                                    << events.front() << ", at last " << events.back();
 }
 
 }  // namespace

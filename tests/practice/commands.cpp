@@ -159,7 +159,9 @@ void RunCommand(HWND window, const std::wstring& line) {
         ::TerminateProcess(::GetCurrentProcess(), kExitCodeOfDeath);
     } else if (verb == L"figures") {
         const auto figures = dialwright::testing::ProcessFigures::Now();
-        Print("figures " + std::to_string(figures.threads) + " " + std::to_string(figures.handles));
+        constexpr unsigned kKibibyte = 1024;
+        Print("figures " + std::to_string(figures.threads) + " " + std::to_string(figures.handles) + " " +
+              std::to_string(figures.privateBytes / kKibibyte) + " " + std::to_string(figures.guiObjects));
     } else if (verb == L"create") {
         CreateByCommand(window, words);
     } else {

@@ -79,7 +79,7 @@ TargetFigures Worker::FiguresOfTarget() {
     std::istringstream line(target.TakeAllEvents().front());
     std::string word;
     TargetFigures figures;
-    line >> word >> figures.threads >> figures.handles;
+    line >> word >> figures.threads >> figures.handles >> figures.privateKiB >> figures.guiObjects;
     return figures;
 }
 

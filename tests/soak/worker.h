@@ -31,6 +31,8 @@ private:
 struct TargetFigures {
     int threads = 0;
     int handles = 0;
+    int privateKiB = 0;
+    int guiObjects = 0;
 };
 
 class Worker;

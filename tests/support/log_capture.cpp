@@ -14,8 +14,6 @@
 namespace dialwright::testing {
 namespace {
 
-constexpr int kStandardOutput = 1;
-
 int OpenTemporaryFile() {
     std::array<wchar_t, MAX_PATH> folder{};
     std::array<wchar_t, MAX_PATH> path{};
@@ -28,16 +26,10 @@ int OpenTemporaryFile() {
 
 }  // namespace
 
-LogCapture::LogCapture() : savedOutput(-1), file(OpenTemporaryFile()) {
-    std::fflush(stdout);
-    savedOutput = ::_dup(kStandardOutput);
-    ::_dup2(file, kStandardOutput);
-}
+LogCapture::LogCapture() : file(OpenTemporaryFile()), output(file) {}
 
 LogCapture::~LogCapture() {
-    std::fflush(stdout);
-    ::_dup2(savedOutput, kStandardOutput);
-    ::_close(savedOutput);
+    output.GiveBack();
     ::_close(file);
 }
 

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "support/diverted_output.h"
+
 namespace dialwright::testing {
 
 /// Takes over this process's standard output, where the library copies its log; gives it back when destroyed.
@@ -23,8 +25,8 @@ public:
     [[nodiscard]] std::vector<std::string> MessagesFrom(const std::string& beginning) const;
 
 private:
-    int savedOutput;
     int file;
+    DivertedOutput output;
 };
 
 }  // namespace dialwright::testing
