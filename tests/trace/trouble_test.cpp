@@ -1,16 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
 #include "host_folder.h"
+#include "support/diverted_output.h"
 #include "support/wait.h"
 #include "trace/logger_state.h"
 #include "trace/trace.h"
 #include "trace_fixture.h"
-
-#include <io.h>
 
 namespace dialwright {
 namespace {
@@ -65,17 +63,12 @@ TEST_F(Trouble, AFileThatAnotherHoldsIsWrittenWhenItIsFree) {
 }
 
 TEST_F(Trouble, AHostThatClosedItsStandardOutputGetsNoCopyOfTheLogInItsTrace) {
-    constexpr int kOutput = 1;
-    std::fflush(stdout);
-    const int saved = ::_dup(kOutput);
-    ::_close(kOutput);
+    testing::DivertedOutput closed(-1);
     Start();
     TraceLog("tag", LOG_ERROR, "first");
     TraceLog("tag", LOG_ERROR, "second");
     StopAndRelease();
-    EXPECT_EQ(0, ::_dup2(saved, kOutput));
-    ::_close(saved);
-    std::clearerr(stdout);
+    closed.GiveBack();
     EXPECT_EQ((std::vector<std::string>{"tag: first", "tag: second"}), MessagesOfMainFile());
     EXPECT_EQ((std::vector<std::string>{"tag: first", "tag: second"}), testing::ReadMessages(File(L"x_1_error.log")));
 }
