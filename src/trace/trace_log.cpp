@@ -46,8 +46,7 @@ void TraceLog(const char* tag, std::uint32_t levels, const char* format, ...) no
     va_start(arguments, format);
     try {
         LogMessage(tag, levels, format, arguments);
-    } catch (const std::exception&) {
-        errno = hostsErrno;  // no memory for the message: logging must not fail its caller
+    } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): logging must not fail its caller
     }
     va_end(arguments);
     errno = hostsErrno;
