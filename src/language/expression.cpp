@@ -6,6 +6,10 @@
 #include <utility>
 
 namespace dialwright {
+
+// Other standard libraries do not free twice. And where they are a DLL of their own, a handler that is set in them
+// would outlive this one.
+#if defined(_LIBCPP_VERSION)
 namespace {
 
 // With what a heap adds to each block, libc++ on x64 takes nearly 144 bytes for each bar without anything beside it,
@@ -54,9 +58,12 @@ void MemoryReserve::GiveBack() {
 }
 
 }  // namespace
+#endif
 
 std::wregex CompileExpression(const std::wstring& pattern, std::regex_constants::syntax_option_type options) {
+#if defined(_LIBCPP_VERSION)
     const MemoryReserve reserve(kReservedAnyway + kReservedPerUnit * pattern.size());
+#endif
     return std::wregex(pattern, options);
 }
 
