@@ -67,7 +67,7 @@ TEST_F(RunProgram, EndsALineWhoseTargetHangs) {
 TEST_F(RunProgram, TakesNoDialogForItsOwnThatWasThereBefore) {
     ::PostMessageW(target.Control(23), BM_CLICK, 0, 0);
     ASSERT_TRUE(WaitUntil([&] { return ::GetLastActivePopup(target.Handle()) != target.Handle(); }));
-    target.DoAfter(1, L"hang 3000");
+    target.DoAfter(1, L"hang " + std::to_wstring(Patient(3000)));
     ASSERT_TRUE(WaitUntil([&] { return target.Process().ReadLine(kPatienceMs) == "hanging"; }));
     const Ended ended = Run({L"--line-timeout", L"1500", L"-c", target.Line(L"Window.ClickButton", L"21 300")});
     EXPECT_EQ(4U, ended.code) << ended.Text();
