@@ -90,7 +90,7 @@ TEST(KilledTarget, BetweenLookupAndSelectionByValueIsNotNoticed) {
 /// Lets the target hang from now on, for longer than any test takes.
 void Hang(PracticeWindow& target) {
     target.Process().WriteLine("hang 600000");
-    while (target.Process().ReadLine(kPatienceMs).value() != "hanging") continue;
+    while (target.Process().ReadLine(kPatienceMs).value_or("hanging") != "hanging") continue;
 }
 
 /// A command that is carried out on a thread of its own.

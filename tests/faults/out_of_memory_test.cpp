@@ -210,10 +210,11 @@ TEST_P(OutOfMemory, EndsAScriptWith0) {
         int state;
     };
     const int ofTheManager = AllocationsOfTheManager();
-    for (const auto& [run, text, state] : {Row{&::ExecuteScript, L"secret", 1}, Row{&::ValidateScript, L"old", 0}}) {
+    const Row rows[] = {{&::ExecuteScript, L"secret", 1}, {&::ValidateScript, L"old", 0}};
+    for (const Row& row : rows) {
         const auto expectDone = [&] {
-            EXPECT_EQ(text, TextOf(target.Control(15)));
-            EXPECT_EQ(state, CheckStateOf(target.Control(31)));
+            EXPECT_EQ(row.text, TextOf(target.Control(15)));
+            EXPECT_EQ(row.state, CheckStateOf(target.Control(31)));
         };
         const auto check = [&](int number, const WatchedCall& watched, const Messages& log) {
             EXPECT_EQ(number <= ofTheManager, watched.threwBadAlloc);
@@ -223,7 +224,7 @@ TEST_P(OutOfMemory, EndsAScriptWith0) {
             EXPECT_EQ(told ? 0 : 1, watched.result);
             if (!told) expectDone();
         };
-        const int failed = FailOneByOne([&] { return run(script.c_str()); }, check, undo);
+        const int failed = FailOneByOne([&] { return row.run(script.c_str()); }, check, undo);
         std::printf("a script: %d allocations failed\n", failed);
         expectDone();
         oneByOneUpTo = 0;
