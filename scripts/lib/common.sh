@@ -6,6 +6,9 @@ cache=$(realpath -m "${DIALWRIGHT_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/dialwri
 export DIALWRIGHT_CACHE=$cache
 logs=$root/build/logs
 
+# The system's, for which the modules are installed; another may come first on the path.
+python3() { /usr/bin/python3 "$@"; }
+
 say() { printf '%s\n' "$*" >&2; }
 
 die() {

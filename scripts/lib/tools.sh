@@ -3,7 +3,7 @@
 
 # program:package pairs. A package is asked for only where its program (or file) is not there.
 # Configuring wants the test library also where only the DLL is built.
-build_tools=(cmake:cmake ninja:ninja-build ccache:ccache npm:npm python3:python3 /usr/src/googletest:googletest
+build_tools=(cmake:cmake ninja:ninja-build ccache:ccache npm:npm /usr/bin/python3:python3 /usr/src/googletest:googletest
     /usr/include/CLI/CLI.hpp:libcli11-dev /usr/include/nlohmann/json.hpp:nlohmann-json3-dev)
 test_tools=(clang-format-19:clang-format-19 clang-tidy-19:clang-tidy-19 /usr/lib/wine/wine64:wine64
     /usr/lib/python3/dist-packages/pefile.py:python3-pefile

@@ -8,8 +8,8 @@ import time
 PROGRAMS = ["language_tests", "trace_unit_tests", "core_tests", "out_of_memory_tests", "foreground_tests", "dll_tests",
             "fault_tests", "trace_tests"]
 TIME_LIMIT_S = 300
-FAILED = re.compile(rb"\[  FAILED  \] (\w+\.\w+)")
-RUNNING = re.compile(rb"\[ RUN      \] (\w+\.\w+)")
+FAILED = re.compile(rb"\[  FAILED  \] ([\w/]+\.[\w/]+)")
+RUNNING = re.compile(rb"\[ RUN      \] ([\w/]+\.[\w/]+)")
 
 
 class Programs:
