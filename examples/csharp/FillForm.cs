@@ -22,7 +22,7 @@ internal static class FillForm
         Library.Execute(new Command("Window.SetCheckbox", Dialog, title, 31, true) { TimeoutMs = 5000 });
         try
         {
-            Library.Execute(new Command("Window.ClickButton", Dialog, title, 4711) { TimeoutMs = 500 });
+            Library.Execute(new Command("Window.ClickButton", Dialog, title, 4711) { TimeoutMs = 1000 });
         }
         catch (DialwrightException error)
         {
@@ -33,7 +33,7 @@ internal static class FillForm
         var options = new RunOptions { Tool = new[] { Path.Combine(folder, "dialwright.exe") } };
         options.Variables["FORM_PASSWORD"] = "correct horse";
         var password = new Command("Window.SetText", Dialog, title, 14, Secret.FromEnvironment("FORM_PASSWORD"));
-        var wrong = new Command("Window.ClickButton", Dialog, title, 4711) { TimeoutMs = 500 };
+        var wrong = new Command("Window.ClickButton", Dialog, title, 4711) { TimeoutMs = 1000 };
         try
         {
             Runner.Run(new string[] { password, wrong }, options);

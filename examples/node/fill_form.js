@@ -22,7 +22,7 @@ async function main(folder) {
     const form = [
         command('Window.SetText', DIALOG, title, 14, environment('FORM_PASSWORD'), { nonRegex: true }),
         command('Window.SelectDropdown.Value', DIALOG, literal(title), 51, 'Beta', { timeoutMs: 5000 }),
-        command('Window.ClickButton', DIALOG, literal(title), 4711, { timeoutMs: 500 }),
+        command('Window.ClickButton', DIALOG, literal(title), 4711, { timeoutMs: 1000 }),
     ];
     try {
         await run(form, { tool, variables: { FORM_PASSWORD: 'correct horse' } });

@@ -20,7 +20,7 @@ New-DialwrightCommand Window.SetCheckbox $dialog $title 31, $true -TimeoutMs 500
 # By dialwright.exe: it keeps secrets, and says why a line failed.
 $form = @(
     New-DialwrightCommand Window.SetText $dialog $title 14, (New-DialwrightSecret -FromEnvironment FORM_PASSWORD)
-    New-DialwrightCommand Window.ClickButton $dialog $title 4711 -TimeoutMs 500
+    New-DialwrightCommand Window.ClickButton $dialog $title 4711 -TimeoutMs 1000
 )
 try {
     $form | Invoke-Dialwright -Tool $tool -Variables @{ FORM_PASSWORD = 'correct horse' }

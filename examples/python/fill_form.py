@@ -24,7 +24,7 @@ def main(folder, *runner):
         dialwright.command("Window.SetText", DIALOG, title, 12, "Ada Lovelace", timeout_ms=5000),
         dialwright.command("Window.SetText", DIALOG, title, 14, dialwright.environment("FORM_PASSWORD")),
         dialwright.command("Window.SetCheckbox", DIALOG, TITLE, 31, True, timeout_ms=5000, non_regex=True),
-        dialwright.command("Window.ClickButton", DIALOG, title, 4711, timeout_ms=500),
+        dialwright.command("Window.ClickButton", DIALOG, title, 4711, timeout_ms=1000),
     ]
     target = [*runner, str(folder / "practice_target.exe"), "--title", TITLE]
     subprocess.Popen(target, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)

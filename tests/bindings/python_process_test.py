@@ -125,8 +125,8 @@ class Running(unittest.TestCase):
 
     def test_it_says_why_a_line_failed(self):
         with practice_window("Python fails"):
-            missing = dialwright.command("Window.SetText", DIALOG, "Python fails", 999, "hunter22", timeout_ms=500)
-            said = r'^control_not_found: .*\(line 1: .*"\*{5}" 500\)'
+            missing = dialwright.command("Window.SetText", DIALOG, "Python fails", 999, "hunter22", timeout_ms=1000)
+            said = r'^control_not_found: .*\(line 1: .*"\*{5}" 1000\)'
             with self.assertRaisesRegex(dialwright.LineFailed, said) as raised:
                 dialwright.run([missing, missing], TOOL)
         self.assertIn("IDs that exist", raised.exception.suggestion)

@@ -210,7 +210,7 @@ TEST_P(EveryCommand, FailsWithoutItsControl) {
     if (command.missing.empty()) return;  // a command for the window itself
     PracticeWindow target(kPlainClass);
     const LogCapture log;
-    EXPECT_EQ(0, ExecuteCommand(target.Line(command.name, command.missing + L" 150")));
+    EXPECT_EQ(0, ExecuteCommand(target.BriefLine(command.name, command.missing)));
     EXPECT_EQ(Events{}, target.TakeEvents());
     EXPECT_TRUE(log.Messages().back().starts_with(command.lastMessage)) << log.Messages().back();
 }

@@ -79,7 +79,7 @@ TEST(PositionCommands, FailByTimeoutWithANegativeTolerance) {
     const PracticeWindow target(kPlainClass);
     const std::wstring place = RectangleArgument(RelativeRectOf(target.Control(21)));
     const LogCapture log;
-    EXPECT_EQ(0, ExecuteCommand(target.Line(L"Window.ClickButton.Position", place + L" -1 250")));
+    EXPECT_EQ(0, ExecuteCommand(target.BriefLine(L"Window.ClickButton.Position", place + L" -1")));
     EXPECT_GE(log.MessagesFrom("Window::FindControlByPosition: Position search failed:").size(), 1U);
 }
 

@@ -118,7 +118,7 @@ TEST(TimeBudget, DoesNotBoundAClickThatOpensAModalDialog) {
     std::atomic<bool> returned{false};
     int result = -1;
     std::thread clicker([&] {
-        result = ExecuteCommand(target.Line(L"Window.ClickButton", L"23 300"));
+        result = ExecuteCommand(target.BriefLine(L"Window.ClickButton", L"23"));
         returned = true;
     });
     HWND question = nullptr;
@@ -127,7 +127,7 @@ TEST(TimeBudget, DoesNotBoundAClickThatOpensAModalDialog) {
         return question != target.Handle() && question != nullptr;
     };
     EXPECT_TRUE(WaitUntil(opened));
-    constexpr DWORD kTwiceTheTimeout = 600;
+    constexpr DWORD kTwiceTheTimeout = 2 * kBriefMs;
     EXPECT_FALSE(WaitUntil([&] { return returned.load(); }, kTwiceTheTimeout));
     // The first answer ends the sent click, the second the dialog that the posted click opens.
     for (int answers = 0; answers < 2; ++answers) {
@@ -143,12 +143,12 @@ TEST(TimeBudget, DoesNotBoundAClickThatOpensAModalDialog) {
 TEST(TimeBudget, DoesNotBoundAHungTarget) {
     // A sent message waits for its receiver, whatever the command's timeout is.
     PracticeWindow target(kPlainClass);
-    target.DoAfter(1, L"hang 2000");
+    target.DoAfter(1, L"hang 3000");
     ASSERT_EQ("hanging", target.Process().ReadLine(kPatienceMs));
     const LogCapture log;
     const Stopwatch watch;
-    EXPECT_EQ(1, ExecuteCommand(target.Line(L"Window.ClearText", L"15 300")));
-    EXPECT_GE(watch.Elapsed(), 1000U);
+    EXPECT_EQ(1, ExecuteCommand(target.BriefLine(L"Window.ClearText", L"15")));
+    EXPECT_GE(watch.Elapsed(), kBriefMs + 500U);
     EXPECT_EQ(L"", TextOf(target.Control(15)));
 }
 

@@ -45,28 +45,29 @@ TEST(KilledTarget, WhileACommandWaitsForAControlCostsItsTimeAndNoMore) {
 TEST(KilledTarget, BetweenSearchAndLookupHasNoControlLeft) {
     PracticeWindow target;
     std::string log;
-    EXPECT_EQ(0, ExecuteAndKill(target, "Window found successfully", target.Line(L"Window.SetText", L"12 x 400"), log));
+    EXPECT_EQ(0,
+              ExecuteAndKill(target, "Window found successfully", target.BriefLine(L"Window.SetText", L"12 x"), log));
     EXPECT_TRUE(log.ends_with("Window::SetTextHelper: SetTextHelper - Null control handle\n")) << log;
 }
 
 TEST(KilledTarget, BetweenLookupAndTypingIsNotNoticed) {
     PracticeWindow target(kPlainClass);
     std::string log;
-    EXPECT_EQ(1, ExecuteAndKill(target, "Setting text on control", target.Line(L"Window.SetText", L"12 x 400"), log));
+    EXPECT_EQ(1, ExecuteAndKill(target, "Setting text on control", target.BriefLine(L"Window.SetText", L"12 x"), log));
     EXPECT_TRUE(log.ends_with("Window::SimulateMouseClick: Failed to get control rect - Error: 1400\n")) << log;
 }
 
 TEST(KilledTarget, BetweenLookupAndClickIsNotNoticed) {
     PracticeWindow target(kPlainClass);
     std::string log;
-    EXPECT_EQ(1, ExecuteAndKill(target, "Clicking button:", target.Line(L"Window.ClickButton", L"21 400"), log));
+    EXPECT_EQ(1, ExecuteAndKill(target, "Clicking button:", target.BriefLine(L"Window.ClickButton", L"21"), log));
     EXPECT_TRUE(log.ends_with("Window::SimulateMouseClick: Failed to get control rect - Error: 1400\n")) << log;
 }
 
 TEST(KilledTarget, BetweenLookupAndCheckIsAFailure) {
     PracticeWindow target(kPlainClass);
     std::string log;
-    EXPECT_EQ(0, ExecuteAndKill(target, "Found matching", target.Line(L"Window.SetCheckbox", L"31 1 400"), log));
+    EXPECT_EQ(0, ExecuteAndKill(target, "Found matching", target.BriefLine(L"Window.SetCheckbox", L"31 1"), log));
     EXPECT_NE(std::string::npos, log.find(") is not a checkbox/radio button\n")) << log;
 }
 
@@ -74,7 +75,7 @@ TEST(KilledTarget, BetweenLookupAndSelectionByIndexIsAFailure) {
     PracticeWindow target(kPlainClass);
     std::string log;
     EXPECT_EQ(0,
-              ExecuteAndKill(target, "Found matching", target.Line(L"Window.SelectDropdown.Index", L"51 1 400"), log));
+              ExecuteAndKill(target, "Found matching", target.BriefLine(L"Window.SelectDropdown.Index", L"51 1"), log));
     EXPECT_NE(std::string::npos, log.find("Index 1 out of range (total items: 0)\n")) << log;
 }
 
@@ -83,7 +84,7 @@ TEST(KilledTarget, BetweenLookupAndSelectionByValueIsNotNoticed) {
     PracticeWindow target(kPlainClass);
     std::string log;
     EXPECT_EQ(
-        1, ExecuteAndKill(target, "Found matching", target.Line(L"Window.SelectDropdown.Value", L"51 Beta 400"), log));
+        1, ExecuteAndKill(target, "Found matching", target.BriefLine(L"Window.SelectDropdown.Value", L"51 Beta"), log));
     EXPECT_EQ(std::string::npos, log.find("not found in dropdown")) << log;
 }
 
@@ -116,7 +117,7 @@ TEST(HungTarget, IsAskedToCloseAtOnce) {
     PracticeWindow target(kPlainClass);
     Hang(target);
     const LogCapture log;
-    const Call call(target.Line(L"Window.Close", L"300"));
+    const Call call(target.BriefLine(L"Window.Close"));
     EXPECT_EQ(1, call.ResultWithin(kPatienceMs));
     EXPECT_TRUE(::IsWindow(target.Handle()));
     target.Process().Kill();
@@ -135,7 +136,7 @@ TEST_P(HungTargetHoldsUp, ACommandBeyondItsTimeoutUntilItIsKilled) {
     Hang(target);
     const HeldUpCommand& command = GetParam();
     const LogCapture log;
-    const DWORD timeoutMs = Patient(500);
+    const DWORD timeoutMs = Patient(kBriefMs);
     const Call call(target.Line(command.name, std::wstring(command.arguments) + std::to_wstring(timeoutMs)));
     constexpr DWORD kBeyondMs = 400;
     EXPECT_EQ(std::nullopt, call.ResultWithin(timeoutMs + kBeyondMs));
@@ -175,21 +176,21 @@ TEST_P(KilledBeforeItsWindow, WasActedOnFailsAndSaysWhy) {
     PracticeWindow target(kPlainClass);
     const WindowCommand& command = GetParam();
     std::string log;
-    EXPECT_EQ(0,
-              ExecuteAndKill(target, "Window found successfully", target.Line(command.name, command.arguments), log));
+    EXPECT_EQ(
+        0, ExecuteAndKill(target, "Window found successfully", target.BriefLine(command.name, command.arguments), log));
     EXPECT_NE(std::string::npos, log.find(command.failure)) << log;
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Commands, KilledBeforeItsWindow,
     ::testing::Values(
-        WindowCommand{L"Window.Close", L"400", "Window::CloseWindow: CloseWindow failed with error: 1400\n"},
-        WindowCommand{L"Window.Move", L"1,2 3,4 400", "Window::MoveWindow: MoveWindow failed with error: 1400\n"},
-        WindowCommand{L"Window.Minimize", L"400", "Window::MinimizeWindow: MinimizeWindow failed with error: 1400\n"},
-        WindowCommand{L"Window.Maximize", L"400", "Window::MaximizeWindow: MaximizeWindow failed with error: 1400\n"},
-        WindowCommand{L"Window.Restore", L"400", "Window::RestoreWindow: RestoreWindow failed with error: 1400\n"},
+        WindowCommand{L"Window.Close", L"", "Window::CloseWindow: CloseWindow failed with error: 1400\n"},
+        WindowCommand{L"Window.Move", L"1,2 3,4", "Window::MoveWindow: MoveWindow failed with error: 1400\n"},
+        WindowCommand{L"Window.Minimize", L"", "Window::MinimizeWindow: MinimizeWindow failed with error: 1400\n"},
+        WindowCommand{L"Window.Maximize", L"", "Window::MaximizeWindow: MaximizeWindow failed with error: 1400\n"},
+        WindowCommand{L"Window.Restore", L"", "Window::RestoreWindow: RestoreWindow failed with error: 1400\n"},
         WindowCommand{
-            L"Window.BringToFront", L"400",
+            L"Window.BringToFront", L"",
             "Window::BringToFront: BringToFront failed (Error 1400). Foreground access may be restricted.\n"}),
     NameOfTest<WindowCommand>);
 

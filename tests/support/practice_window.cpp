@@ -66,6 +66,10 @@ std::wstring PracticeWindow::Line(const std::wstring& name, const std::wstring& 
     return name + L" \"" + windowClass + L"\" \"" + title + L"\"" + (rest.empty() ? L"" : L" " + rest);
 }
 
+std::wstring PracticeWindow::BriefLine(const std::wstring& name, const std::wstring& rest) const {
+    return Line(name, rest) + L" " + std::to_wstring(kBriefMs);
+}
+
 void PracticeWindow::Do(const std::wstring& command) {
     process.WriteLine(ToUtf8(command));
     const std::string mark = "mark " + std::to_string(++marks);

@@ -11,6 +11,10 @@ namespace dialwright::testing {
 inline constexpr const wchar_t* kDialogClass = L"#32770";
 inline constexpr const wchar_t* kPlainClass = L"PracticeTarget";
 
+/// Short for a command that is to fail at its control, and long enough for a busy machine to come as far as the
+/// control.
+inline constexpr DWORD kBriefMs = 1000;
+
 /// Texts for a title that no other window has; letters, digits, blanks and hyphens only.
 [[nodiscard]] std::wstring UniqueTitle();
 
@@ -29,6 +33,8 @@ public:
 
     /// `name "class" "title" rest`, the criteria quoted.
     [[nodiscard]] std::wstring Line(const std::wstring& name, const std::wstring& rest = L"") const;
+    /// With a timeout of `kBriefMs`, for commands that use it up.
+    [[nodiscard]] std::wstring BriefLine(const std::wstring& name, const std::wstring& rest = L"") const;
 
     /// Carries out a command of the practice target and waits until that has happened.
     void Do(const std::wstring& command);

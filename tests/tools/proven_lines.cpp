@@ -134,8 +134,9 @@ int Execute(const std::wstring& line) {
     return DialogScriptManager().ExecuteCommand(line.c_str());
 }
 
-int ProveLines(HWND window, const std::wstring& way) {
-    const std::vector<Control> controls = Inspect(window, way);
+int ProveLines(HWND window, const std::wstring& way, std::optional<int> restless) {
+    std::vector<Control> controls = Inspect(window, way);
+    std::erase_if(controls, [&](const Control& control) { return control.id == restless; });
     int proven = 0;
     for (const Control& control : controls) {
         if (!control.isReady || control.kind == "button") continue;

@@ -140,11 +140,14 @@ TEST(ReadyLinesOfOthers, SelectAndCheckAndLeaveInTheSettingsOfThePlatform) {
     const OtherProgram settings(L"winecfg.exe");
     const HWND window = settings.WaitForWindow(kDialogClass);
     ASSERT_NE(nullptr, window);
+    // A timer mends what was typed into it.
+    constexpr int kResolutionField = 1108;
     int proven = 0;
     for (const WPARAM page : {0U, 2U}) {
         ::SendMessageW(window, PSM_SETCURSEL, page, 0);
-        for (const wchar_t* const way : kWays) proven += ProveLines(window, way);
+        for (const wchar_t* const way : kWays) proven += ProveLines(window, way, kResolutionField);
     }
+    EXPECT_TRUE(IsShown(window, kResolutionField));
     EXPECT_LE(15, proven);
     EXPECT_EQ(1, Execute(LineFor(window, IDCANCEL, L"rectangle")));
     EXPECT_TRUE(settings.HasEnded());

@@ -50,7 +50,7 @@ TEST_F(RunProgram, RunsWhereThePlaceForWorkersCannotBeHad) {
 }
 
 TEST_F(RunProgram, StopsAtTheFirstLineThatFailsAndSaysWhy) {
-    const std::string failing = Line(L"Window.ClickButton", L"4711 300");
+    const std::string failing = BriefLine(L"Window.ClickButton", L"4711");
     const Json report = JsonOf(Run({L"--json", Script(failing + Line(L"Window.ClearText", L"15 5000"))}));
     EXPECT_EQ(1, report.at("exitCode"));
     const Json& lines = report.at("files").at(0).at("lines");
@@ -58,7 +58,7 @@ TEST_F(RunProgram, StopsAtTheFirstLineThatFailsAndSaysWhy) {
     EXPECT_EQ("control_not_found", lines.at(0).at("code"));
     EXPECT_EQ("no control in the window has the ID 4711", lines.at(0).at("reason"));
     EXPECT_TRUE(lines.at(0).at("suggestion").get<std::string>().starts_with("IDs that exist: "));
-    EXPECT_GE(lines.at(0).at("milliseconds"), 300);
+    EXPECT_GE(lines.at(0).at("milliseconds"), kBriefMs);
     EXPECT_EQ("skipped", lines.at(1).at("status"));
     EXPECT_EQ(L"Hello", TextOf(target.Control(15)));
 }
@@ -73,16 +73,16 @@ struct FailingLine {
 
 TEST_F(RunProgram, GivesEachKindOfFailureItsCodeAndASuggestion) {
     const std::vector<FailingLine> rows = {
-        {L"Window.SetCheckbox", L"34 1 200", "control_disabled", "more time"},
-        {L"Window.SetCheckbox", L"21 1 200", "wrong_control_kind", ""},
-        {L"Window.SetCheckbox.ByPath", L"99 1 200", "control_not_found", "paths that exist: 1, 2"},
-        {L"Window.ClickButton.Position", L"12,178,88,201 0 200", "control_not_found", "lies at "},
-        {L"Window.SelectDropdown.Value", L"51 Omega 200", "item_not_found", "items: \"Alpha\", \"Beta\""},
-        {L"Window.SelectDropdown.Index", L"15 0 200", "item_not_found", "of the class Edit"},
-        {L"Window.ClearText", L"4711 200", "control_not_found", "IDs that exist"},
+        {L"Window.SetCheckbox", L"34 1", "control_disabled", "more time"},
+        {L"Window.SetCheckbox", L"21 1", "wrong_control_kind", ""},
+        {L"Window.SetCheckbox.ByPath", L"99 1", "control_not_found", "paths that exist: 1, 2"},
+        {L"Window.ClickButton.Position", L"12,178,88,201 0", "control_not_found", "lies at "},
+        {L"Window.SelectDropdown.Value", L"51 Omega", "item_not_found", "items: \"Alpha\", \"Beta\""},
+        {L"Window.SelectDropdown.Index", L"15 0", "item_not_found", "of the class Edit"},
+        {L"Window.ClearText", L"4711", "control_not_found", "IDs that exist"},
     };
     for (const FailingLine& row : rows) {
-        const Json report = JsonOf(Run({L"--json", L"-c", target.Line(row.name, row.rest)}));
+        const Json report = JsonOf(Run({L"--json", L"-c", target.BriefLine(row.name, row.rest)}));
         const Json& line = report.at("files").at(0).at("lines").at(0);
         EXPECT_EQ(row.code, line.value("code", "none")) << line;
         EXPECT_NE(std::string::npos, line.value("suggestion", "").find(row.suggestion)) << line;
@@ -193,7 +193,7 @@ TEST_F(RunProgram, RefusesSecretsThatAreNotThere) {
 }
 
 TEST_F(RunProgram, MarksFailuresForGithub) {
-    const Ended ended = RunTool({L"run", L"--annotate", L"github", Script(Line(L"Window.ClearText", L"4711 100"))});
+    const Ended ended = RunTool({L"run", L"--annotate", L"github", Script(BriefLine(L"Window.ClearText", L"4711"))});
     EXPECT_TRUE(Holds(ended, "script.txt,line=1,title=control_not_found::Window.ClearText ")) << ended.Text();
 }
 

@@ -88,8 +88,8 @@ test('a failure names its command and its reason, and nothing of an earlier one'
     const practice = await Practice.open(t, 'Dialwright failures');
     failureOf(() => execute(command('Window.Close', DIALOG, TITLE_OF_NOBODY, { timeoutMs: 20 })));
     const failure = failureOf(() => execute(command('Window.SetText', DIALOG, practice.title, 999, 'hunter22',
-        { timeoutMs: 500 })));
-    assert.equal(failure.command, 'Window.SetText "#32770" "Dialwright failures" 999 "*****" 500');
+        { timeoutMs: 1000 })));
+    assert.equal(failure.command, 'Window.SetText "#32770" "Dialwright failures" 999 "*****" 1000');
     // Once for each look.
     assert.deepEqual([...new Set(failure.lines)], ['Window::SetTextHelper: SetTextHelper - Null control handle']);
     assert.match(failure.message, /999.*\n.*Null control handle/);

@@ -23,11 +23,11 @@ test('the runner tells how each line went', async (t) => {
 
 test('the runner says why a line failed, and which were not run', async (t) => {
     const practice = await Practice.open(t, 'Dialwright runner');
-    const missing = command('Window.SetText', DIALOG, practice.title, 999, 'hunter22', { timeoutMs: 500 });
+    const missing = command('Window.SetText', DIALOG, practice.title, 999, 'hunter22', { timeoutMs: 1000 });
     const failure = await run([missing, missing], { tool: TOOL }).catch((error) => error);
     assert.ok(failure instanceof LineFailed, failure);
     assert.equal(failure.code, 'control_not_found');
-    assert.match(failure.message, /^control_not_found: .*\(line 1: Window\.SetText .*"\*{5}" 500\)$/);
+    assert.match(failure.message, /^control_not_found: .*\(line 1: Window\.SetText .*"\*{5}" 1000\)$/);
     assert.match(failure.suggestion, /IDs that exist/);
     assert.deepEqual(failure.report.files[0].lines.map(({ status }) => status), ['failed', 'skipped']);
     assert.doesNotMatch(JSON.stringify(failure.report), /hunter22/);
