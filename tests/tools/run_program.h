@@ -40,6 +40,9 @@ protected:
     [[nodiscard]] std::string Line(const std::wstring& name, const std::wstring& rest) const {
         return ToUtf8(target.Line(name, rest)) + "\n";
     }
+    [[nodiscard]] std::string BriefLine(const std::wstring& name, const std::wstring& rest) const {
+        return ToUtf8(target.BriefLine(name, rest)) + "\n";
+    }
 
     /// Quietly: --annotate none, so that the tests run the same under GitHub.
     [[nodiscard]] static Ended Run(std::vector<std::wstring> arguments, const std::string& input = "") {
@@ -50,8 +53,8 @@ protected:
     }
 
     /// The only JSON document among the lines, which also hold the sum from standard error.
-    [[nodiscard]] static Json JsonOf(const Ended& ended) {
-        const std::string text = ended.Text();
+    [[nodiscard]] static Json JsonOf(const Ended& ended) { return JsonOf(ended.Text()); }
+    [[nodiscard]] static Json JsonOf(const std::string& text) {
         const std::size_t end = text.rfind("\n}");
         return Json::parse(text.substr(text.find('{'), end + 2 - text.find('{')));
     }

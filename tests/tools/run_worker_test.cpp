@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -59,7 +60,7 @@ TEST_F(RunProgram, CanWaitUntilSomebodyAnswersTheDialog) {
 TEST_F(RunProgram, EndsALineWhoseTargetHangs) {
     target.DoAfter(1, L"hang 4000");
     ASSERT_EQ("hanging", target.Process().ReadLine(kPatienceMs));
-    const Ended ended = Run({L"--line-timeout", L"700", L"-c", target.Line(L"Window.SetText", L"12 hello 300")});
+    const Ended ended = Run({L"--line-timeout", L"700", L"-c", target.BriefLine(L"Window.SetText", L"12 hello")});
     EXPECT_EQ(4U, ended.code);
     EXPECT_TRUE(Holds(ended, "target_hung: the target did not answer; the text may be typed in part")) << ended.Text();
 }
@@ -69,7 +70,7 @@ TEST_F(RunProgram, TakesNoDialogForItsOwnThatWasThereBefore) {
     ASSERT_TRUE(WaitUntil([&] { return ::GetLastActivePopup(target.Handle()) != target.Handle(); }));
     target.DoAfter(1, L"hang " + std::to_wstring(Patient(3000)));
     ASSERT_TRUE(WaitUntil([&] { return target.Process().ReadLine(kPatienceMs) == "hanging"; }));
-    const Ended ended = Run({L"--line-timeout", L"1500", L"-c", target.Line(L"Window.ClickButton", L"21 300")});
+    const Ended ended = Run({L"--line-timeout", L"1500", L"-c", target.BriefLine(L"Window.ClickButton", L"21")});
     EXPECT_EQ(4U, ended.code) << ended.Text();
     EXPECT_FALSE(Holds(ended, "opened")) << ended.Text();
     ::PostMessageW(::GetLastActivePopup(target.Handle()), WM_COMMAND, IDOK, 0);
@@ -204,9 +205,53 @@ TEST_F(RunThatWaits, HasAFolderForEachWorker) {
     EXPECT_TRUE(WaitUntil([&] { return Workers().empty(); }));
 }
 
+/// Another program of the worker's name at the first place, whose folder nobody holds.
+class PlaceOfAnotherProgram : public RunProgram {
+protected:
+    PlaceOfAnotherProgram() : other(PutThere(), {L"--commands"}) {}
+
+    std::wstring PutThere() {
+        std::filesystem::create_directories(folder.File(L"work\\1"));
+        std::filesystem::copy_file(ProgramFolder() + L"practice_target.exe", folder.File(kProgram));
+        return folder.File(kProgram);
+    }
+
+    [[nodiscard]] std::vector<std::wstring> Clearing() const {
+        return {L"run",
+                L"--json",
+                L"--work-folder",
+                folder.File(L"work"),
+                L"-c",
+                target.Line(L"Window.ClearText", L"15 5000")};
+    }
+
+    [[nodiscard]] std::string TraceFolder(int place) const {
+        return ToUtf8(folder.File(L"work\\" + std::to_wstring(place) + L"\\logs\\trace"));
+    }
+
+    static constexpr const wchar_t* kProgram = L"work\\1\\dialwright-host.exe";
+    ChildProcess other;
+};
+
+TEST_F(PlaceOfAnotherProgram, IsTakenOnceThatHasEnded) {
+    ASSERT_TRUE(other.ReadLine(kPatienceMs));
+    ChildProcess process(L"dialwright.exe", Clearing());
+    EXPECT_TRUE(WaitUntil([&] { return FileExists(folder.File(L"work\\1\\in-use")); }));
+    other.Kill();
+    std::string printed;
+    while (const auto line = process.ReadLine(kPatienceMs)) printed += *line + "\n";
+    EXPECT_EQ(TraceFolder(1), JsonOf(printed).at("traceFolder").get<std::string>());
+}
+
+TEST_F(PlaceOfAnotherProgram, IsLeftToItWhereItStays) {
+    ASSERT_TRUE(other.ReadLine(kPatienceMs));
+    const Json report = JsonOf(RunTool(Clearing()));
+    EXPECT_EQ(TraceFolder(2), report.at("traceFolder").get<std::string>());
+}
+
 TEST_F(RunProgram, EndsWith130AlsoBetweenQuickLines) {
     std::string text;
-    for (int i = 0; i < 100000; ++i) text += Line(L"Window.SetCheckbox", L"31 1 5000");
+    for (int i = 0; i < 20000; ++i) text += Line(L"Window.SetCheckbox", L"31 1 5000");
     ChildProcess process(L"interrupt_host.exe",
                          {ProgramFolder() + L"dialwright.exe", L"run", L"--no-check", Script(text)});
     const auto first = process.ReadLine(kPatienceMs);

@@ -11,6 +11,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kMostPlaces = 64;
+constexpr DWORD kRemovalMs = 2000;
+constexpr DWORD kPauseMs = 20;
 
 fs::path FolderOf(const fs::path& base, int number) { return base / std::to_string(number); }
 
@@ -23,11 +25,21 @@ UniqueHandle LockFolder(const fs::path& folder) {
     return UniqueHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
+/// A worker that was told to end may take a moment until the system lets go of its program.
+bool RemoveProgram(const fs::path& program) {
+    const ULONGLONG end = ::GetTickCount64() + kRemovalMs;
+    std::error_code failed;
+    for (;;) {
+        fs::remove(program, failed);
+        if (!failed || ::GetTickCount64() >= end) return !failed;
+        ::Sleep(kPauseMs);
+    }
+}
+
 /// The program may be another version than the one that ran there before.
 bool PutProgram(const fs::path& from, const fs::path& to) {
+    if (!RemoveProgram(to)) return false;
     std::error_code failed;
-    fs::remove(to, failed);
-    if (failed) return false;
     if (::CreateHardLinkW(to.c_str(), from.c_str(), nullptr)) return true;
     return fs::copy_file(from, to, failed);
 }
