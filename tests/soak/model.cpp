@@ -50,6 +50,16 @@ void Model::Click(std::size_t control) {
 
 void Model::SetState(std::size_t control, int state) { states[control] = state; }
 
+void Model::Maximize() {
+    minimized = false;
+    maximized = true;
+}
+
+void Model::Restore() {
+    if (!minimized) maximized = false;
+    minimized = false;
+}
+
 void Model::ClearRadiosBut(std::size_t control) {
     for (std::size_t i = 0; i < states.size(); ++i) {
         if (fixture.controls[i].kind == ControlKind::Radio) states[i] = i == control ? 1 : 0;
@@ -73,6 +83,8 @@ std::string Model::FaultOf(std::size_t index) const {
 std::string Model::FaultOfWindow() const {
     if ((::IsIconic(fixture.window) != FALSE) != minimized) return minimized ? "is not minimized" : "is minimized";
     if (minimized) return {};
+    if ((::IsZoomed(fixture.window) != FALSE) != maximized) return maximized ? "is not maximized" : "is maximized";
+    if (maximized) return {};
     const Rectangle now = ScreenRectOf(fixture.window);
     return now == place ? "" : "the window is at " + testing::Shown(now) + ", not at " + testing::Shown(place);
 }

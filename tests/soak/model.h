@@ -28,7 +28,11 @@ public:
     /// does.
     void SetState(std::size_t control, int state);
     void Move(const Rectangle& to) { place = to; }
-    void SetMinimized(bool isMinimized) { minimized = isMinimized; }
+    void Minimize() { minimized = true; }
+    void Maximize();
+    /// A minimized window comes back as it was, so that a maximized one is so again.
+    void Restore();
+    void BringToFront() { minimized = false; }
 
     /// Messages that are received, as the practice target prints them, without their arguments.
     void Expect(const std::string& message, int count = 1) { expected[message].surely += count; }
@@ -37,8 +41,8 @@ public:
     /// Text can be typed into an empty edit alone: in any other one the caret is where the last click or the return of
     /// the focus has put it.
     [[nodiscard]] bool IsEmpty(std::size_t control) const { return texts[control] == L""; }
-    [[nodiscard]] bool IsMinimized() const { return minimized; }
-    [[nodiscard]] const Rectangle& Place() const { return place; }
+    /// Neither minimized nor maximized: the controls are where the fixture says.
+    [[nodiscard]] bool IsNormal() const { return !minimized && !maximized; }
 
     /// What is wrong with the control; empty where all is right.
     [[nodiscard]] std::string FaultOf(std::size_t index) const;
@@ -57,6 +61,8 @@ private:
     std::vector<int> states;
     Rectangle place;
     bool minimized = false;
+    /// Of a minimized window: when it comes back.
+    bool maximized = false;
     std::map<std::string, MessageCount> expected;
 };
 

@@ -70,7 +70,7 @@ RandomCommands::Address RandomCommands::PickAddress(std::size_t index) {
             return {.control = index, .way = way, .argument = std::to_wstring(control.id)};
         }
         if (way == kByPath) return {.control = index, .way = way, .argument = PathText(control)};
-        if (way != kByPosition || model.IsMinimized()) continue;
+        if (way != kByPosition || !model.IsNormal()) continue;
         const int jitter = Below(kMostJitter + 1);
         const Rectangle place{.left = control.place.left + jitter,
                               .top = control.place.top - jitter,
@@ -230,28 +230,48 @@ RandomCommand RandomCommands::MakeDropdown() {
 }
 
 RandomCommand RandomCommands::MakeWindow() {
-    RandomCommand command;
-    if (model.IsMinimized() || Below(4) == 0) {
-        command = Begin(L"Window.Restore");
-        command.trace.push_back({"Window::RestoreWindow", 1});
-        command.movesFocus = true;
-        model.SetMinimized(false);
-    } else if (Below(3) == 0) {
-        command = Begin(L"Window.Minimize");
-        command.trace.push_back({"Window::MinimizeWindow", 1});
-        command.movesFocus = true;
-        model.SetMinimized(true);
-    } else {
-        const int x = Below(200) - 50;
-        const int y = Below(200);
-        const int width = 500 + Below(200);
-        const int height = 330 + Below(100);
-        command = Begin(L"Window.Move");
-        command.line += L" " + std::to_wstring(x) + L"," + std::to_wstring(y) + L" " + std::to_wstring(width) + L"," +
-                        std::to_wstring(height);
-        command.trace.push_back({"Window::MoveWindow", 1});
-        model.Move({.left = x, .top = y, .right = x + width, .bottom = y + height});
-    }
+    struct Row {
+        const wchar_t* name;
+        const char* function;
+        void (Model::*change)();
+    };
+    static constexpr std::array<Row, 4> kRows = {
+        {{L"Window.Restore", "Window::RestoreWindow", &Model::Restore},
+         {L"Window.Minimize", "Window::MinimizeWindow", &Model::Minimize},
+         {L"Window.Maximize", "Window::MaximizeWindow", &Model::Maximize},
+         {L"Window.BringToFront", "Window::BringToFront", &Model::BringToFront}}};
+    const int pick = Below(9);
+    if (pick == 0) return MakeClose();
+    const bool isShow = pick <= static_cast<int>(kRows.size());
+    if (!isShow && model.IsNormal()) return MakeMove();
+    const Row& row = kRows[isShow ? static_cast<std::size_t>(pick - 1) : 0];
+    RandomCommand command = Begin(row.name);
+    command.trace.push_back({row.function, 1});
+    command.movesFocus = true;
+    (model.*row.change)();
+    End(command);
+    return command;
+}
+
+RandomCommand RandomCommands::MakeMove() {
+    const int x = Below(200) - 50;
+    const int y = Below(200);
+    const int width = 500 + Below(200);
+    const int height = 330 + Below(100);
+    RandomCommand command = Begin(L"Window.Move");
+    command.line += L" " + std::to_wstring(x) + L"," + std::to_wstring(y) + L" " + std::to_wstring(width) + L"," +
+                    std::to_wstring(height);
+    command.trace.push_back({"Window::MoveWindow", 1});
+    model.Move({.left = x, .top = y, .right = x + width, .bottom = y + height});
+    End(command);
+    return command;
+}
+
+/// The target refuses to close.
+RandomCommand RandomCommands::MakeClose() {
+    RandomCommand command = Begin(L"Window.Close");
+    command.trace.push_back({"Window::CloseWindow", 1});
+    model.Expect("posted window WM_CLOSE");
     End(command);
     return command;
 }

@@ -74,6 +74,8 @@ private:
     RandomCommand MakeRadio();
     RandomCommand MakeDropdown();
     RandomCommand MakeWindow();
+    RandomCommand MakeMove();
+    RandomCommand MakeClose();
     RandomCommand MakeRefused();
     RandomCommand MakeUnreadablePath();
     RandomCommand MakeLateFailure();

@@ -21,7 +21,7 @@ Library::Library() {
 
 Worker::Worker(bool isDialog, std::uint64_t itsSeed)
     : seed(itsSeed),
-      target(ClassOf(isDialog)),
+      target(ClassOf(isDialog), {L"--refuse-close"}),
       fixture(ReadFixture(target.Handle(), ClassOf(isDialog), target.Title())),
       commands(fixture, seed) {}
 
