@@ -135,11 +135,14 @@ TEST_F(RunProgram, EndsWith3WithoutTheLibraryOrTheWorker) {
 }
 
 TEST_F(RunProgram, EndsWith130WhenItIsInterrupted) {
-    ChildProcess process(L"interrupt_host.exe",
-                         {ProgramFolder() + L"dialwright.exe", L"run",
-                          Script(Line(L"Window.ClearText", L"15 5000") + "Window.Close NoSuchClass none 60000\n")});
+    ChildProcess process(L"interrupt_host.exe", {ProgramFolder() + L"dialwright.exe", L"run",
+                                                 Script(Line(L"Window.ClearText", L"15 5000") +
+                                                        Line(L"Window.SelectDropdown.Value", L"51 Omega 60000"))});
     const auto first = process.ReadLine(kPatienceMs);
     ASSERT_TRUE(first && first->find(":1  ok  ") != std::string::npos) << first.value_or("nothing");
+    // In the middle of a line, not between two.
+    const auto isLookedFor = [](const std::string& event) { return event.starts_with("sent 51 CB_FINDSTRINGEXACT"); };
+    ASSERT_TRUE(WaitUntil([&] { return std::ranges::any_of(target.TakeEvents(), isLookedFor); }));
     process.WriteLine("now");
     EXPECT_EQ(130U, process.WaitForExit(kPatienceMs));
     const auto second = process.ReadLine(kPatienceMs);
