@@ -124,7 +124,7 @@ TEST(RestlessDesktop, WaitsForATitleThatComesNoMoreUntilTheTimeIsUp) {
 TEST(FullQueue, HoldsUpAClickAndLosesNone) {
     PracticeWindow target(kPlainClass);
     const ULONGLONG begin = ::GetTickCount64();
-    constexpr DWORD kHangsMs = 3000;
+    constexpr DWORD kHangsMs = 5000;
     target.Process().WriteLine("hang " + std::to_string(kHangsMs));
     while (target.Process().ReadLine(kPatienceMs).value_or("hanging") != "hanging") continue;
     // The limit of real Windows, beyond which posts fail; Wine has none.

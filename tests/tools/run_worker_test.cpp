@@ -20,6 +20,9 @@
 namespace dialwright::testing {
 namespace {
 
+/// Until it is killed, however long the programs take to start.
+constexpr const wchar_t* kHangs = L"hang 600000";
+
 TEST_F(RunProgram, GoesOnWhereAClickOpensADialog) {
     const std::wstring path =
         Script(Line(L"Window.ClickButton", L"23 5000") + "Window.ClickButton #32770 \"Question of " +
@@ -58,22 +61,23 @@ TEST_F(RunProgram, CanWaitUntilSomebodyAnswersTheDialog) {
 }
 
 TEST_F(RunProgram, EndsALineWhoseTargetHangs) {
-    target.DoAfter(1, L"hang 4000");
+    target.DoAfter(1, kHangs);
     ASSERT_EQ("hanging", target.Process().ReadLine(kPatienceMs));
-    const Ended ended = Run({L"--line-timeout", L"700", L"-c", target.BriefLine(L"Window.SetText", L"12 hello")});
+    const Ended ended = Run({L"--line-timeout", L"1500", L"-c", target.BriefLine(L"Window.SetText", L"12 hello")});
     EXPECT_EQ(4U, ended.code);
     EXPECT_TRUE(Holds(ended, "target_hung: the target did not answer; the text may be typed in part")) << ended.Text();
+    target.Process().Kill();
 }
 
 TEST_F(RunProgram, TakesNoDialogForItsOwnThatWasThereBefore) {
     ::PostMessageW(target.Control(23), BM_CLICK, 0, 0);
     ASSERT_TRUE(WaitUntil([&] { return ::GetLastActivePopup(target.Handle()) != target.Handle(); }));
-    target.DoAfter(1, L"hang " + std::to_wstring(Patient(3000)));
+    target.DoAfter(1, kHangs);
     ASSERT_TRUE(WaitUntil([&] { return target.Process().ReadLine(kPatienceMs) == "hanging"; }));
     const Ended ended = Run({L"--line-timeout", L"1500", L"-c", target.BriefLine(L"Window.ClickButton", L"21")});
     EXPECT_EQ(4U, ended.code) << ended.Text();
     EXPECT_FALSE(Holds(ended, "opened")) << ended.Text();
-    ::PostMessageW(::GetLastActivePopup(target.Handle()), WM_COMMAND, IDOK, 0);
+    target.Process().Kill();
 }
 
 TEST_F(RunProgram, TellsAtTheLimitHowFarTheLineHasCome) {
@@ -82,7 +86,7 @@ TEST_F(RunProgram, TellsAtTheLimitHowFarTheLineHasCome) {
     EXPECT_TRUE(Holds(searching, "window_not_found: ")) << searching.Text();
     const std::wstring text(4000, L'x');
     const Ended typing =
-        Run({L"--line-timeout", L"200", L"-c", target.Line(L"Window.SetText", L"13 \"" + text + L"\" 60000")});
+        Run({L"--line-timeout", L"800", L"-c", target.Line(L"Window.SetText", L"13 \"" + text + L"\" 60000")});
     EXPECT_EQ(4U, typing.code);
     EXPECT_TRUE(Holds(typing, "line_timeout: ")) << typing.Text();
 }
