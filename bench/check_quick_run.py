@@ -33,7 +33,7 @@ def faults_of(rows):
             continue
         if not is_whole(row["ours"], key):
             yield f"{key} has no figure of ours"
-        if key in AGAINST_A_PEER and not (is_whole(row["peer"]) and row["ratio"] > 0):
+        if key in AGAINST_A_PEER and not (is_whole(row["peer"]) and row["ratio"]["median"] > 0):
             yield f"{key} has no figure to compare with"
         if (row["interval"] is not None) != (key in WITH_AN_INTERVAL):
             yield f"{key} says the wrong thing of an interval"

@@ -31,7 +31,7 @@ class Row:
     unit: str
     peer: str | None = None
     goal: Goal | None = None
-    # The figures of both sides belong together two by two: the ratio is that of the pairs, and has an interval.
+    # Each run gives many pairs: the ratio has an interval, and a goal is missed only when all of it lies beyond.
     in_pairs: bool = False
 
 

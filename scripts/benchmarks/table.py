@@ -20,21 +20,18 @@ def interval_of_median(values):
     return [ordered[first], ordered[count - 1 - first]]
 
 
-def ratio_of(row, ours, peer):
-    """The ratio, and its interval where the row has one."""
-    if not peer:
-        return None, None
-    if not row.in_pairs:
-        return statistics.median(ours) / statistics.median(peer), None
-    ratios = [one / other for one, other in zip(ours, peer, strict=True)]
-    return statistics.median(ratios), interval_of_median(ratios)
+def ratios_of(ours, peer):
+    """Each within its run, or pair: the machine may be twice as fast in the next one."""
+    return [one / other for one, other in zip(ours, peer, strict=True)] if peer else []
 
 
 def evaluate(row, figures):
     ours, peer = summary(figures[row.key, "ours"]), summary(figures[row.key, "peer"])
-    ratio, interval = ratio_of(row, figures[row.key, "ours"], figures[row.key, "peer"])
-    most_favourable = interval[0] if interval else ratio
-    met = row.goal.is_met(ours["median"], peer and peer["median"], most_favourable) if row.goal else None
+    ratios = ratios_of(figures[row.key, "ours"], figures[row.key, "peer"])
+    ratio = summary(ratios)
+    interval = interval_of_median(ratios) if row.in_pairs else None
+    likely = interval[0] if interval else ratio and ratio["median"]
+    met = row.goal.is_met(ours["median"], peer and peer["median"], likely) if row.goal else None
     return {"row": row.key, "title": row.title, "unit": row.unit, "ours": ours, "peer": peer, "peer_name": row.peer,
             "ratio": ratio, "interval": interval, "goal": str(row.goal) if row.goal else None, "met": met}
 
@@ -52,9 +49,10 @@ def show_figure(figure):
 def show_ratio(result):
     if result["ratio"] is None:
         return "–"
-    if result["interval"] is None:
-        return f"{result['ratio']:.2f}"
-    return f"{result['ratio']:.3f} ({result['interval'][0]:.3f}..{result['interval'][1]:.3f})"
+    ratio, interval = result["ratio"], result["interval"]
+    if interval is None:
+        return f"{ratio['median']:.2f} ({ratio['lowest']:.2f}..{ratio['highest']:.2f})"
+    return f"{ratio['median']:.3f} ({interval[0]:.3f}..{interval[1]:.3f})"
 
 
 def print_table(results):
