@@ -18,6 +18,13 @@ run_soak() {
         timeout 600 "$root/scripts/wine-run" ./tool_tests.exe --gtest_filter="$tool_soak_tests"
 }
 
+# expect_passed STEP COUNT: so many programs must have come to their end. Wine's programs also end with 0 when its server
+# is stopped under them.
+expect_passed() {
+    local log=$logs/$1.log
+    [ "$(grep -c '^\[  PASSED  \]' "$log")" -eq "$2" ] || die "a program has not come to its end; see ${log#"$root"/}"
+}
+
 # Programs that between them use all of src/.
 heap_programs=(core_tests trace_unit_tests trace_tests dll_tests run_tests trace_reader_tests fault_tests
     out_of_memory_tests)
@@ -47,6 +54,7 @@ soak_heap() {
     for program in "${heap_programs[@]}"; do
         step "Checking the heap in $program" run_heap_checked "$program"
         if grep 'err:heap' "$logs/Checking-the-heap-in-$program.log" >&2; then die "$program damages its heap"; fi
+        expect_passed "Checking-the-heap-in-$program" 1
     done
     say "No program has damaged its heap."
 }
@@ -58,8 +66,10 @@ soak_all() {
     keep_desktop_up "$root/build/x64-release/bin/practice_target.exe"
     cd "$root/build/x64-release/bin"
     step "200,000 random commands" run_random_commands
+    expect_passed 200-000-random-commands 1
     grep -E '^DIALWRIGHT_SOAK_SEED|commands in|^host: |^target |^trace: ' "$logs/200-000-random-commands.log" | tr -d '\r'
     step "Soaking (about ten minutes)" run_soak
+    expect_passed Soaking--about-ten-minutes- 3
     grep -E '^[0-9]+ cycles: |OK \]|PASSED' "$logs/Soaking--about-ten-minutes-.log" | tr -d '\r'
 }
 
