@@ -115,13 +115,15 @@ INSTANTIATE_TEST_SUITE_P(At, Look, ::testing::Values(kDialogClass, kPlainClass),
 
 TEST(WindowList, HasTheWindowsInTheLibrarysOrder) {
     const LogCapture quiet;
-    const PracticeWindow first(kPlainClass);
-    const PracticeWindow second(kPlainClass);
+    // Other tests have windows of the same class, which come and go.
+    const std::wstring title = testing::UniqueTitle();
+    const PracticeWindow first(kPlainClass, {}, title + L" 1");
+    const PracticeWindow second(kPlainClass, {}, title + L" 2");
     const std::vector<WindowInfo> windows = ListTopLevelWindows();
-    const WindowMatcher matcher({.className = kPlainClass, .title = L".*", .literal = false});
+    const WindowMatcher matcher({.className = kPlainClass, .title = title + L".*", .literal = false});
     const auto taken = std::ranges::find_if(windows, [&](const WindowInfo& window) { return matcher.Takes(window); });
     ASSERT_NE(windows.end(), taken);
-    EXPECT_EQ(Window(kPlainClass, L".*", 1000, true).hwndWindow, taken->handle);
+    EXPECT_EQ(Window(kPlainClass, title + L".*", 1000, true).hwndWindow, taken->handle);
 }
 
 TEST(WindowList, TellsWhoseWindowItIs) {
