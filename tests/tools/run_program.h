@@ -53,8 +53,8 @@ protected:
     }
 
     /// The only JSON document among the lines, which also hold the sum from standard error.
-    [[nodiscard]] static Json JsonOf(const Ended& ended) { return JsonOf(ended.Text()); }
-    [[nodiscard]] static Json JsonOf(const std::string& text) {
+    [[nodiscard]] static Json JsonOf(const Ended& ended) {
+        const std::string text = ended.Text();
         const std::size_t end = text.rfind("\n}");
         return Json::parse(text.substr(text.find('{'), end + 2 - text.find('{')));
     }

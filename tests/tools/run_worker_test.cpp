@@ -153,17 +153,19 @@ TEST_F(RunProgram, EndsWith130WhenItIsInterrupted) {
     EXPECT_TRUE(second && second->find(":2  FAIL  ") != std::string::npos) << second.value_or("nothing");
 }
 
-/// The processes that this one has started, whether it still runs or not.
-std::vector<DWORD> ChildrenOf(DWORD parent) {
-    std::vector<DWORD> children;
+/// The workers that this process has started, whether it still runs or not. By their name: the parent of a process that
+/// lives long may have ended, and its ID may be another's now.
+std::vector<DWORD> WorkersOf(DWORD parent) {
+    std::vector<DWORD> workers;
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
     const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
     for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
-        if (entry.th32ParentProcessID == parent) children.push_back(entry.th32ProcessID);
+        const bool isWorker = std::wstring(entry.szExeFile) == L"dialwright-host.exe";
+        if (isWorker && entry.th32ParentProcessID == parent) workers.push_back(entry.th32ProcessID);
     }
     ::CloseHandle(snapshot);
-    return children;
+    return workers;
 }
 
 void KillProcess(DWORD processId) {
@@ -172,8 +174,20 @@ void KillProcess(DWORD processId) {
     ::CloseHandle(process);
 }
 
-/// A run that waits for a window that never comes, with a worker in a folder of its own.
-class RunThatWaits : public RunProgram {
+/// Runs whose workers have their places below a folder of this test alone.
+class RunInItsFolder : public RunProgram {
+protected:
+    [[nodiscard]] std::vector<std::wstring> Clearing() const {
+        return {L"--json", L"--work-folder", folder.File(L"work"), L"-c", target.Line(L"Window.ClearText", L"15 5000")};
+    }
+
+    [[nodiscard]] std::string TraceFolder(int place) const {
+        return ToUtf8(folder.File(L"work\\" + std::to_wstring(place) + L"\\logs\\trace"));
+    }
+};
+
+/// A run that waits for a window that never comes.
+class RunThatWaits : public RunInItsFolder {
 protected:
     RunThatWaits() {
         EXPECT_TRUE(WaitUntil([&] { return !Workers().empty(); }));
@@ -182,7 +196,10 @@ protected:
         EXPECT_TRUE(line && line->find(":1  ok  ") != std::string::npos) << line.value_or("nothing");
     }
 
-    [[nodiscard]] std::vector<DWORD> Workers() const { return ChildrenOf(process.Id()); }
+    /// Nobody is to wait until its line gives up.
+    ~RunThatWaits() override { process.Kill(); }
+
+    [[nodiscard]] std::vector<DWORD> Workers() const { return WorkersOf(process.Id()); }
 
     ChildProcess process{L"dialwright.exe",
                          {L"run", L"--work-folder", folder.File(L"work"),
@@ -203,57 +220,30 @@ TEST_F(RunThatWaits, LeavesNoWorkerBehindWhenItIsKilled) {
     EXPECT_TRUE(WaitUntil([&] { return Workers().empty(); }));
 }
 
-TEST_F(RunThatWaits, HasAFolderForEachWorker) {
-    const Json report = JsonOf(
-        Run({L"--json", L"--work-folder", folder.File(L"work"), L"-c", target.Line(L"Window.ClearText", L"15 5000")}));
-    EXPECT_EQ(ToUtf8(folder.File(L"work\\2\\logs\\trace")), report.at("traceFolder").get<std::string>());
-    EXPECT_FALSE(report.at("traceMayBeMissing"));
-    process.Kill();
-    EXPECT_TRUE(WaitUntil([&] { return Workers().empty(); }));
+TEST_F(RunThatWaits, LeavesTheSecondFolderToEachRunBesideIt) {
+    for (int run = 0; run < 2; ++run) {
+        const Json report = JsonOf(Run(Clearing()));
+        EXPECT_EQ(TraceFolder(2), report.at("traceFolder").get<std::string>());
+        EXPECT_FALSE(report.at("traceMayBeMissing"));
+    }
 }
 
-/// Another program of the worker's name at the first place, whose folder nobody holds.
-class PlaceOfAnotherProgram : public RunProgram {
-protected:
-    PlaceOfAnotherProgram() : other(PutThere(), {L"--commands"}) {}
-
-    std::wstring PutThere() {
-        std::filesystem::create_directories(folder.File(L"work\\1"));
-        std::filesystem::copy_file(ProgramFolder() + L"practice_target.exe", folder.File(kProgram));
-        return folder.File(kProgram);
-    }
-
-    [[nodiscard]] std::vector<std::wstring> Clearing() const {
-        return {L"run",
-                L"--json",
-                L"--work-folder",
-                folder.File(L"work"),
-                L"-c",
-                target.Line(L"Window.ClearText", L"15 5000")};
-    }
-
-    [[nodiscard]] std::string TraceFolder(int place) const {
-        return ToUtf8(folder.File(L"work\\" + std::to_wstring(place) + L"\\logs\\trace"));
-    }
-
-    static constexpr const wchar_t* kProgram = L"work\\1\\dialwright-host.exe";
-    ChildProcess other;
-};
-
-TEST_F(PlaceOfAnotherProgram, IsTakenOnceThatHasEnded) {
+TEST_F(RunInItsFolder, LeavesAPlaceToAnotherProgramThatRunsThere) {
+    const std::wstring program = folder.File(L"work\\1\\dialwright-host.exe");
+    std::filesystem::create_directories(std::filesystem::path(program).parent_path());
+    std::filesystem::copy_file(ProgramFolder() + L"practice_target.exe", program);
+    ChildProcess other(program, {L"--commands"});
     ASSERT_TRUE(other.ReadLine(kPatienceMs));
-    ChildProcess process(L"dialwright.exe", Clearing());
-    EXPECT_TRUE(WaitUntil([&] { return FileExists(folder.File(L"work\\1\\in-use")); }));
-    other.Kill();
-    std::string printed;
-    while (const auto line = process.ReadLine(kPatienceMs)) printed += *line + "\n";
-    EXPECT_EQ(TraceFolder(1), JsonOf(printed).at("traceFolder").get<std::string>());
+    EXPECT_EQ(TraceFolder(2), JsonOf(Run(Clearing())).at("traceFolder").get<std::string>());
 }
 
-TEST_F(PlaceOfAnotherProgram, IsLeftToItWhereItStays) {
-    ASSERT_TRUE(other.ReadLine(kPatienceMs));
-    const Json report = JsonOf(RunTool(Clearing()));
-    EXPECT_EQ(TraceFolder(2), report.at("traceFolder").get<std::string>());
+TEST_F(RunInItsFolder, ReplacesAnOlderProgramAndLeavesItsOtherNamesAlone) {
+    std::filesystem::create_directories(folder.File(L"work\\1"));
+    const std::wstring older = folder.File(L"older.exe");
+    WriteFile(older, "an older version");
+    std::filesystem::create_hard_link(older, folder.File(L"work\\1\\dialwright-host.exe"));
+    EXPECT_EQ(TraceFolder(1), JsonOf(Run(Clearing())).at("traceFolder").get<std::string>());
+    EXPECT_EQ(16U, std::filesystem::file_size(older));
 }
 
 TEST_F(RunProgram, EndsWith130AlsoBetweenQuickLines) {

@@ -1,5 +1,7 @@
 #include "run/host_place.h"
 
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <system_error>
 
@@ -11,8 +13,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kMostPlaces = 64;
-constexpr DWORD kRemovalMs = 2000;
-constexpr DWORD kPauseMs = 20;
 
 fs::path FolderOf(const fs::path& base, int number) { return base / std::to_string(number); }
 
@@ -25,23 +25,19 @@ UniqueHandle LockFolder(const fs::path& folder) {
     return UniqueHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
-/// A worker that was told to end may take a moment until the system lets go of its program.
-bool RemoveProgram(const fs::path& program) {
-    const ULONGLONG end = ::GetTickCount64() + kRemovalMs;
-    std::error_code failed;
-    for (;;) {
-        fs::remove(program, failed);
-        if (!failed || ::GetTickCount64() >= end) return !failed;
-        ::Sleep(kPauseMs);
-    }
+std::string BytesOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The program may be another version than the one that ran there before.
+/// The program may be another version than the one that ran there before. A copy, not a hard link: no name of a file
+/// can be removed while it runs under any other.
 bool PutProgram(const fs::path& from, const fs::path& to) {
-    if (!RemoveProgram(to)) return false;
     std::error_code failed;
-    if (::CreateHardLinkW(to.c_str(), from.c_str(), nullptr)) return true;
-    return fs::copy_file(from, to, failed);
+    if (fs::exists(to, failed) && BytesOf(to) == BytesOf(from)) return true;
+    // Not written over: what is there may be one of the names of another file.
+    fs::remove(to, failed);
+    return !failed && fs::copy_file(from, to, failed);
 }
 
 }  // namespace
