@@ -20,14 +20,17 @@ refuse_arguments() {
     [ $# -eq 0 ] || { say "dev: '$1' is not an option here; see ./dev --help"; exit 2; }
 }
 
+# log_of TITLE: where the step of that title keeps what its command prints. A title can list every package that a bare
+# machine lacks; a file name has to stay below 255 bytes.
+log_of() { printf '%s' "$logs/$(printf '%s' "${1:0:100}" | tr -c 'A-Za-z0-9' '-').log"; }
+
 # step TITLE COMMAND...: runs the command with its output in a log, shows that it is alive, says how long it took.
 # On failure prints the end of the log and ends the run.
 step() {
     local title=$1 log started now shown last
     shift
     mkdir -p "$logs"
-    # A title can list every package that a bare machine lacks; a file name has to stay below 255 bytes.
-    log=$logs/$(printf '%s' "${title:0:100}" | tr -c 'A-Za-z0-9' '-').log
+    log=$(log_of "$title")
     started=$SECONDS
     shown=$SECONDS
     say "== $title"

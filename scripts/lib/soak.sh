@@ -18,10 +18,11 @@ run_soak() {
         timeout 600 "$root/scripts/wine-run" ./tool_tests.exe --gtest_filter="$tool_soak_tests"
 }
 
-# expect_passed STEP COUNT: so many programs must have come to their end. Wine's programs also end with 0 when its server
-# is stopped under them.
+# expect_passed TITLE COUNT: so many programs of that step must have come to their end. Wine's programs also end with 0
+# when its server is stopped under them.
 expect_passed() {
-    local log=$logs/$1.log
+    local log
+    log=$(log_of "$1")
     [ "$(grep -c '^\[  PASSED  \]' "$log")" -eq "$2" ] || die "a program has not come to its end; see ${log#"$root"/}"
 }
 
@@ -43,7 +44,7 @@ run_heap_checked() {
 # several threads allocate.
 soak_heap() {
     local key='HKLM\System\CurrentControlSet\Control\Session Manager'
-    local program
+    local program title
     for program in "${heap_programs[@]}" heap_overrun_host; do build_preset x64-release "$program"; done
     start_wine10 heap amd64 x64-release
     step "Turning Wine's heap checks on" wine reg add "$key" /v GlobalFlag /t REG_DWORD /d 0xf0 /f
@@ -52,9 +53,10 @@ soak_heap() {
         </dev/null 9>&- || true
     grep -q 'err:heap:.*invalid block tail' "$logs/overrun.log" || die "a byte behind a block goes unnoticed"
     for program in "${heap_programs[@]}"; do
-        step "Checking the heap in $program" run_heap_checked "$program"
-        if grep 'err:heap' "$logs/Checking-the-heap-in-$program.log" >&2; then die "$program damages its heap"; fi
-        expect_passed "Checking-the-heap-in-$program" 1
+        title="Checking the heap in $program"
+        step "$title" run_heap_checked "$program"
+        expect_passed "$title" 1
+        if grep 'err:heap' "$(log_of "$title")" >&2; then die "$program damages its heap"; fi
     done
     say "No program has damaged its heap."
 }
@@ -65,12 +67,13 @@ soak_all() {
     start_wine test null
     keep_desktop_up "$root/build/x64-release/bin/practice_target.exe"
     cd "$root/build/x64-release/bin"
-    step "200,000 random commands" run_random_commands
-    expect_passed 200-000-random-commands 1
-    grep -E '^DIALWRIGHT_SOAK_SEED|commands in|^host: |^target |^trace: ' "$logs/200-000-random-commands.log" | tr -d '\r'
-    step "Soaking (about ten minutes)" run_soak
-    expect_passed Soaking--about-ten-minutes- 3
-    grep -E '^[0-9]+ cycles: |OK \]|PASSED' "$logs/Soaking--about-ten-minutes-.log" | tr -d '\r'
+    local commands="200,000 random commands" soak="Soaking (about ten minutes)"
+    step "$commands" run_random_commands
+    expect_passed "$commands" 1
+    grep -E '^DIALWRIGHT_SOAK_SEED|commands in|^host: |^target |^trace: ' "$(log_of "$commands")" | tr -d '\r'
+    step "$soak" run_soak
+    expect_passed "$soak" 3
+    grep -E '^[0-9]+ cycles: |OK \]|PASSED' "$(log_of "$soak")" | tr -d '\r'
 }
 
 command_soak() {

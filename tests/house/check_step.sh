@@ -10,4 +10,4 @@ source "$root/scripts/lib/common.sh"
 logs=$scratch/logs
 title="Installing $(printf 'a-package-%s ' {1..50})"
 step "$title" echo "it ran"
-grep -q "it ran" "$logs"/*
+grep -q "it ran" "$(log_of "$title")"
