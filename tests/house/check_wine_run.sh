@@ -6,6 +6,7 @@ trap 'rm -rf "$scratch"' EXIT
 root=$1
 mkdir -p "$scratch/usr/lib/wine"
 export DIALWRIGHT_WINE=$scratch DIALWRIGHT_WINEPREFIX=$scratch/prefix
+unset WINEDEBUG
 
 # runs SAYS ARGUMENT: how often a program runs that says this the first time and fails, and passes the second time.
 runs() {
@@ -31,3 +32,4 @@ expect "$(runs "wine client error:4: partial write" --gtest_filter=A.B)" "run ru
 expect "$(runs "qemu: uncaught target signal 11 (Segmentation fault) - core dumped" --gtest_filter=A.B)" "run run "
 expect "$(runs "a.cpp:4: Failure" --gtest_filter=A.B)" "run failed "
 expect "$(runs "a.exe: $assertion" --no-test)" "run failed "
+expect "$(WINEDEBUG=-all,err+heap runs "a.exe: $assertion" --gtest_filter=A.B)" "run failed "
